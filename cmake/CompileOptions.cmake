@@ -1,0 +1,24 @@
+# What every target of this project is compiled with: link vyr_compile_options privately.
+
+add_library(vyr_compile_options INTERFACE)
+target_compile_features(vyr_compile_options INTERFACE cxx_std_20)
+# -ffp-contract=off: what is drawn at a row is rounded operation by operation, on every processor.
+target_compile_options(vyr_compile_options INTERFACE
+    -Wall -Wextra -Wpedantic -Wconversion -Wshadow -ffp-contract=off)
+if(PROJECT_IS_TOP_LEVEL)
+    target_compile_options(vyr_compile_options INTERFACE -Werror)
+endif()
+
+# -DVYR_SANITIZE=address,undefined or =thread
+set(VYR_SANITIZE "" CACHE STRING "Sanitizers to build with, as for -fsanitize")
+if(VYR_SANITIZE)
+    add_compile_options(-fsanitize=${VYR_SANITIZE} -fno-sanitize-recover=all
+                        -fno-omit-frame-pointer -g)
+    add_link_options(-fsanitize=${VYR_SANITIZE})
+endif()
+
+option(VYR_COVERAGE "Build with coverage counters" OFF)
+if(VYR_COVERAGE)
+    add_compile_options(--coverage -O0 -g)
+    add_link_options(--coverage)
+endif()

@@ -1,0 +1,90 @@
+#pragma once
+
+#include "engine/3DObject.h"
+#include "sync/data.h"
+
+#include <array>
+#include <string>
+
+/// What the show consists of: its 22 tracks and its files. The same for everybody who draws it.
+namespace demo
+{
+/// The tracks, in the order in which they are loaded.
+enum eTrack : int
+{
+    FADE_BG_WHITE,
+    FADE_FG_BLACK,
+    FADE_FG_NOISE,
+    FADE_PLASMA,
+    FLARE_X,
+    FLARE_Y,
+    FLARE_SIZE,
+    LYRICS_NUM,
+    LYRICS_FADE,
+    LYRICS_X,
+    LYRICS_Y,
+    IMAGE_ZEMLOGO,
+    IMAGE_LEFT,
+    IMAGE_RIGHT,
+    IMAGE_CENTER,
+    IMAGE_CENTER_ALPHA,
+    OBJECT_NUM,
+    OBJECT_X,
+    OBJECT_Y,
+    OBJECT_Z,
+    TUNNEL_TEXTURE,
+    TUNNEL_POS,
+    TRACK_COUNT
+};
+
+inline constexpr int kPhotoCount = 29;
+inline constexpr int kLyricCount = 34;
+
+/// The music's clock: rows a second, and the row at which the show ends.
+inline constexpr double kRowsPerSecond = 17.6;
+inline constexpr double kLastRow = 3624.0;
+
+/// The screen that all positions are laid out for, in design units.
+inline constexpr float kDesignWidth = 1280.0f;
+inline constexpr float kDesignHeight = 720.0f;
+
+/// Prefix of the track files: "tunnel:pos" is read from sync_tunnel:pos.track.
+inline constexpr const char *kTrackPrefix = "sync";
+
+const char *TrackName(eTrack track);
+std::array<std::string, kPhotoCount> PhotoNames(); ///< paths, in the order of the picture tracks
+std::string LyricName(int number);                 ///< path of a lyric image; it has no extension
+
+using tTracks = std::array<const sync_track *, TRACK_COUNT>;
+
+/// Everything drawn. Texture ids, -1 where an image could not be read; the show draws on without
+/// asking.
+struct cAssets
+{
+    unsigned int mNoiseProgram = 0;
+    unsigned int mPlasmaProgram = 0;
+    std::array<std::string, kPhotoCount> mPhotoNames;
+    std::array<int, kPhotoCount> mPhotos{};
+    std::array<int, kLyricCount> mLyrics{};
+    int mLogo = -1;
+    int mVignette = -1;
+    int mTunnelTexture = -1;
+    vyr::c3DObject::cRenderObject *mObject1 =
+        nullptr; ///< never freed, as the mesh it was made from
+    vyr::c3DObject::cRenderObject *mObject2 = nullptr;
+};
+
+struct cShow
+{
+    tTracks mTracks{};
+    cAssets mAssets;
+};
+
+/// Loads the 22 tracks through `device`, which keeps them.
+tTracks LoadTracks(sync_device *device);
+
+/// Loads shaders, textures and objects, in this order, from data/ under the working directory. The
+/// renderer and the texture manager must exist and the context be current. An object that can't be
+/// read is an assertion that names its file. Leaves no shader program current.
+cAssets LoadAssets();
+} // namespace demo

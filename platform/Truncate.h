@@ -1,0 +1,14 @@
+#pragma once
+
+#include <limits>
+
+namespace platform
+{
+/// `value` truncated toward zero. A NaN, or a value outside the signed 32-bit range, gives the
+/// smallest integer: what the processor's own conversion answers, where C++ leaves it undefined.
+inline int TruncateToInt(double value)
+{
+    const bool isInRange = value > -2147483649.0 && value < 2147483648.0;
+    return isInRange ? static_cast<int>(value) : std::numeric_limits<int>::min();
+}
+} // namespace platform

@@ -1,0 +1,34 @@
+#include "platform/Window.h"
+
+namespace platform
+{
+namespace
+{
+const WindowSystem *current = nullptr;
+
+const WindowSystem &Current() { return current ? *current : ScreenWindowSystem(); }
+} // namespace
+
+void UseWindowSystem(const WindowSystem &system) { current = &system; }
+
+bool StartWindowSystem() { return Current().start(); }
+
+Size GetDisplaySize() { return Current().start() ? Current().getDisplaySize() : Size{}; }
+
+bool OpenWindow(int width, int height, bool fullscreen)
+{
+    return Current().open(width, height, fullscreen);
+}
+
+void SetSwapInterval(int frames) { Current().setSwapInterval(frames); }
+
+void SetWindowTitle(const char *title) { Current().setTitle(title); }
+
+void SwapBuffers() { Current().swapBuffers(); }
+
+bool IsEscapeHeld() { return Current().isEscapeHeld(); }
+
+double GetTime() { return Current().getTime(); }
+
+void StopWindowSystem() { Current().stop(); }
+} // namespace platform

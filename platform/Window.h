@@ -1,0 +1,50 @@
+#pragma once
+
+/// The one window with its OpenGL context, its Escape key and its timer. All calls belong to the
+/// main thread. Behind them stands one of two window systems: the screen's (GLFW), or one without a
+/// screen that gives the same context and draws into memory.
+namespace platform
+{
+struct Size
+{
+    int width = 0, height = 0; // pixels
+};
+
+/// What a window system has to offer. Both systems report a failure in one line on standard error.
+struct WindowSystem
+{
+    bool (*start)();                                      ///< may be called again while it runs
+    Size (*getDisplaySize)();                             ///< 0 by 0 where there is no display
+    bool (*open)(int width, int height, bool fullscreen); ///< makes the context current
+    void (*setSwapInterval)(int frames);
+    void (*setTitle)(const char *title);
+    void (*swapBuffers)(); ///< processes the window's events too
+    bool (*isEscapeHeld)();
+    double (*getTime)(); ///< seconds since `start`
+    void (*stop)();      ///< closes the window; nothing happens when it does not run
+};
+
+const WindowSystem &ScreenWindowSystem();
+/// A context without a display (EGL). `open` takes any size that the driver can draw; Escape is
+/// never held. It needs neither an X server nor a graphics card.
+const WindowSystem &OffscreenWindowSystem();
+
+/// Chooses the window system; before `StartWindowSystem`. It is the screen's until somebody
+/// chooses.
+void UseWindowSystem(const WindowSystem &system);
+
+bool StartWindowSystem();
+Size GetDisplaySize();
+
+/// Opens the window: 8 bits each of red, green, blue and alpha, 16 bits of depth, no stencil, and a
+/// context that has the fixed-function pipeline.
+bool OpenWindow(int width, int height, bool fullscreen);
+void SetSwapInterval(int frames);
+void SetWindowTitle(const char *title);
+void SwapBuffers();
+
+/// Whether Escape is down now: a loop that does not draw sees the key too.
+bool IsEscapeHeld();
+double GetTime();
+void StopWindowSystem();
+} // namespace platform
