@@ -151,7 +151,8 @@ const sync_track *sync_get_track(sync_device *device, const char *name)
     if (found >= 0)
         return device->data.tracks[found];
 
-    sync_track *track = device->data.tracks[sync_create_track(&device->data, name)];
+    const int created = sync_create_track(&device->data, name);
+    sync_track *track = device->data.tracks[created];
     void *file = device->io_cb.open(sync_track_path(device->base, name), "rb");
     if (file)
         ReadTrack(device->io_cb, file, *track);

@@ -1,0 +1,46 @@
+# Sourced by ./run, ./test and ./bench: what has to be there before anything can be built.
+
+fail() {
+    echo "$(basename "$0"): $*" >&2
+    exit 1
+}
+
+wanted_packages() { sed -e 's/#.*//' -e 's/[[:space:]].*//' -e '/^$/d' packages.txt; }
+
+missing_packages() {
+    local package
+    for package in $(wanted_packages); do
+        dpkg-query -W -f '${db:Status-Status}' "$package" 2>/dev/null | grep -qx installed ||
+            printf '%s ' "$package"
+    done
+}
+
+# Installs what packages.txt names and the machine lacks; nothing happens when all is there.
+install_packages() {
+    command -v apt-get >/dev/null || fail "apt-get not found: this script knows Debian 12; the packages are listed in packages.txt"
+    local missing sudo=""
+    missing=$(missing_packages)
+    [ -z "$missing" ] && return
+    if [ "$(id -u)" != 0 ]; then
+        command -v sudo >/dev/null || fail "missing packages, and neither root nor sudo to install them: $missing"
+        sudo=sudo
+    fi
+    echo "installing: $missing"
+    { $sudo apt-get -qq update &&
+        DEBIAN_FRONTEND=noninteractive $sudo apt-get -qq -y --no-install-recommends \
+            install $missing; } >/tmp/vyr-apt.$$.log 2>&1 ||
+        fail "could not install: $missing($(grep '^E:' /tmp/vyr-apt.$$.log | head -n 1))"
+    rm -f /tmp/vyr-apt.$$.log
+}
+
+# configure_and_build FOLDER [cmake options]: quiet unless it fails.
+configure_and_build() {
+    local folder=$1 log
+    shift
+    mkdir -p "$folder"
+    log=$folder/build.log
+    cmake -S . -B "$folder" -G Ninja -DCMAKE_CXX_COMPILER_LAUNCHER=ccache "$@" >"$log" 2>&1 ||
+        { cat "$log"; fail "could not configure, see above"; }
+    cmake --build "$folder" >"$log" 2>&1 ||
+        { grep -vE '^\[[0-9]+/[0-9]+\]' "$log"; fail "could not build, see above"; }
+}
