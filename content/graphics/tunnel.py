@@ -1,0 +1,61 @@
+"""The tunnel's texture: the dial of a station clock with nothing in the middle, so that one looks through slice after slice.
+
+The show multiplies it with magenta (red and blue rise with distance, green is gone) and draws it in three nested squares a
+slice. So only red and blue carry colour here: pink rims and violet figures. The square's border is empty, or one would see
+it; the smallest copy is drawn five times smaller than the texture without mipmaps, so nothing is finer than about five pixels.
+"""
+
+import numpy as np
+from PIL import Image, ImageDraw, ImageFont
+
+import ink
+
+SIZE = 512
+FACE = "/usr/share/texmf/fonts/opentype/public/tex-gyre/texgyreadventor-bold.otf"
+FIGURES = ["12", "1", "2", "3", "4", "17", "6", "7", "8", "9", "10", "11"]  # seventeen hours: the hour of the bus
+
+
+def _figures(radius, height):
+    """Mask of the hours, each with its foot to the middle."""
+    fine, mask = 2, Image.new("L", (2 * SIZE, 2 * SIZE))
+    font = ImageFont.truetype(FACE, height * fine)
+    for hour, text in enumerate(FIGURES):
+        patch = Image.new("L", mask.size)
+        top = (SIZE, SIZE - radius * fine)
+        ImageDraw.Draw(patch).text(top, text, fill=255, font=font, anchor="mm")
+        mask.paste(255, (0, 0), patch.rotate(-30 * hour, Image.Resampling.BICUBIC))
+    return np.asarray(mask.reduce(fine), np.float32) / 255
+
+
+def _polar():
+    y, x = np.mgrid[0:SIZE, 0:SIZE].astype(np.float32) + 0.5 - SIZE / 2
+    return np.hypot(x, y) / (SIZE / 2), np.degrees(np.arctan2(x, -y)) % 360
+
+
+def _band(radius, at, half, soft=0.008):
+    return ink.smooth(half + soft, half - soft, np.abs(radius - at))
+
+
+def _ticks(radius, angle, every, half_width, inner, outer):
+    """Radial bars; `half_width` is in shares of half the texture's size."""
+    off = np.abs((angle + every / 2) % every - every / 2)
+    across = np.radians(off) * radius
+    return ink.smooth(half_width + 0.006, half_width - 0.006, across) * _band(radius, (inner + outer) / 2, (outer - inner) / 2)
+
+
+def tunnel():
+    radius, angle = _polar()
+    picture = ink.canvas(SIZE, SIZE)
+    fog = ink.smooth(0.40, 0.72, radius) * ink.smooth(0.97, 0.80, radius)
+    swirl = 0.75 + 0.25 * np.cos(np.radians(angle) * 3 + radius * 5)
+    ink.paint(picture, fog * swirl, "#A060FF", 0.14)
+    ink.paint(picture, ink.blur(_band(radius, 0.86, 0.03), 9), "#FF6090", 0.5)
+    for mask, colour, opacity in (
+        (_band(radius, 0.86, 0.022), "#FFC0D8", 0.95),
+        (_band(radius, 0.515, 0.009), "#9080FF", 0.75),
+        (_ticks(radius, angle, 6, 0.011, 0.775, 0.815), "#C8B0FF", 0.6),
+        (_ticks(radius, angle, 30, 0.022, 0.735, 0.845), "#FF8CA8", 0.95),
+        (_figures(0.635 * SIZE / 2, 46), "#F0E0FF", 0.95),
+    ):
+        ink.paint(picture, mask, colour, opacity)
+    return picture * ink.smooth(0.985, 0.90, radius)[..., None]
