@@ -1,0 +1,48 @@
+#pragma once
+
+#include "platform/Sound.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+
+struct mpg123_handle_struct;
+
+namespace platform
+{
+/// An MP3 file as a stream of stereo frames (two 16-bit samples, left first) at the file's own
+/// rate. Mono is doubled. The first frame is the music's first: the encoder's delay and padding
+/// that the file names are left out. Used by one thread at a time.
+class SoundDecoder
+{
+public:
+    /// Opens `path` and makes sure that it begins with MP3; `decoder` stays as it is on failure.
+    static FMOD_RESULT Open(const char *path, std::unique_ptr<SoundDecoder> &decoder);
+
+    ~SoundDecoder();
+    SoundDecoder(const SoundDecoder &) = delete;
+    SoundDecoder &operator=(const SoundDecoder &) = delete;
+
+    int GetRate() const { return mRate; } ///< frames per second
+
+    /// Decodes up to `count` frames into `frames` (two values each) and says how many there were.
+    /// Damaged places are skipped. 0: the end, or nothing more can be decoded.
+    size_t Read(int16_t *frames, size_t count);
+
+    /// Back to the first frame; false where the file does not allow it.
+    bool Rewind();
+
+private:
+    SoundDecoder() = default;
+    FMOD_RESULT OpenFile(const char *path);
+    int FindRate();
+    size_t ReadSome(int16_t *frames, size_t count);
+    bool IsPastDamage();
+
+    mpg123_handle_struct *mHandle = nullptr;
+    int mRate = 0;
+    bool mIsForeign = false; // what comes now is not the music: see ReadSome
+    bool mHasEnded = false;
+    int64_t mDamagePlace = 0; // bytes into the file
+};
+} // namespace platform

@@ -1,0 +1,86 @@
+#include "platform/SoundOutput.h"
+
+#include "platform/SoundSilence.h"
+
+#include <chrono>
+#include <cstdio>
+#include <utility>
+
+namespace platform
+{
+namespace
+{
+// Several readings in one block of the device: a step is seen this late at most.
+const auto watchPause = std::chrono::milliseconds(4);
+
+void SayOnce(const char *line)
+{
+    static std::once_flag once;
+    std::call_once(once, [line] { std::fprintf(stderr, "%s\n", line); });
+}
+} // namespace
+
+SoundOutput::SoundOutput(std::unique_ptr<SoundDevice> device)
+    : mDevice(std::move(device)), mIsSilent(!mDevice)
+{
+    if (mDevice)
+        mWatcher = std::jthread([this](std::stop_token stop) { Watch(std::move(stop)); });
+    else
+        SayOnce("No sound device: the show plays silently.");
+}
+
+SoundOutput::~SoundOutput() = default; // the watcher is stopped and joined
+
+double SoundOutput::GetHeardSeconds()
+{
+    const double now = SteadySeconds();
+    const std::lock_guard lock(mMutex);
+    const double running = mRunningTime.At(now);
+    return mIsSilent ? mSilentSeconds + running : mLine.At(now);
+}
+
+bool SoundOutput::IsSilent()
+{
+    const std::lock_guard lock(mMutex);
+    return mIsSilent;
+}
+
+std::unique_ptr<SoundVoice> SoundOutput::CreateVoice(int rate, const SoundProgress &progress)
+{
+    std::unique_ptr<SoundVoice> voice;
+    if (!IsSilent())
+        voice = mDevice->CreateVoice(rate);
+    if (!voice)
+        voice = std::make_unique<SoundSilence>(*this, rate, progress);
+    return voice;
+}
+
+// Where the device and this thread were kept waiting, the reading is younger than `heard` says: the
+// clock counts on readings that come late, and on none that come early.
+void SoundOutput::Watch(std::stop_token stop)
+{
+    SoundClock clock(mDevice->GetBlockSeconds());
+    while (!stop.stop_requested() && mDevice->IsConnected()) {
+        const double heard = mDevice->ReadHeardSeconds();
+        clock.Observe(SteadySeconds(), heard);
+        {
+            const std::lock_guard lock(mMutex);
+            mLine = clock.GetLine();
+        }
+        std::this_thread::sleep_for(watchPause);
+    }
+    if (!stop.stop_requested())
+        FallSilent();
+}
+
+void SoundOutput::FallSilent()
+{
+    const double now = SteadySeconds();
+    {
+        const std::lock_guard lock(mMutex);
+        mSilentSeconds = mLine.At(now) - mRunningTime.At(now);
+        mIsSilent = true;
+    }
+    SayOnce("The sound device is gone: the show plays on silently.");
+}
+} // namespace platform

@@ -1,0 +1,26 @@
+#include "platform/SoundSilence.h"
+
+#include "platform/SoundOutput.h"
+
+#include <algorithm>
+
+namespace platform
+{
+SoundSilence::SoundSilence(SoundOutput &output, int rate, const SoundProgress &progress)
+    : mOutput(output), mRate(rate), mProgress(progress)
+{}
+
+bool SoundSilence::HasRoom()
+{
+    const double heardFrames = (mOutput.GetHeardSeconds() - mProgress.startSeconds) * mRate;
+    return mProgress.limitFrames - heardFrames < double(blockFrames * (blockCount - 1));
+}
+
+void SoundSilence::Queue(std::span<const int16_t> samples)
+{
+    // What comes too late is heard from now on, not from when it was due.
+    const double earliestStart = mOutput.GetHeardSeconds() - mProgress.limitFrames / mRate;
+    mProgress.startSeconds = std::max(mProgress.startSeconds, earliestStart);
+    mProgress.limitFrames += double(samples.size() / 2);
+}
+} // namespace platform
