@@ -1,0 +1,124 @@
+#include "tools/tracks/Time.h"
+
+#include "demo/Show.h"
+#include "tools/tracks/Timeline.h"
+
+#include <charconv>
+#include <cmath>
+#include <limits>
+
+namespace tracks
+{
+namespace
+{
+const char *const expectedPosition =
+    "a time as rows (768), bars:beats:rows (24:0:0) or seconds (43.6s)";
+
+// All of `text` as a decimal number without a sign.
+bool ParseUnsigned(std::string_view text, double &value)
+{
+    const bool isDigit = !text.empty() && text[0] >= '0' && text[0] <= '9';
+    const char *end = text.data() + text.size();
+    const auto result = std::from_chars(text.data(), end, value, std::chars_format::fixed);
+    return isDigit && result.ec == std::errc() && result.ptr == end;
+}
+
+bool ParseCount(std::string_view text, int limit, int &value)
+{
+    const bool isDigit = !text.empty() && text[0] >= '0' && text[0] <= '9';
+    const char *end = text.data() + text.size();
+    const auto result = std::from_chars(text.data(), end, value);
+    return isDigit && result.ec == std::errc() && result.ptr == end && value < limit;
+}
+
+std::string_view TakeField(std::string_view &text)
+{
+    const size_t colon = std::min(text.find(':'), text.size());
+    const std::string_view field = text.substr(0, colon);
+    text.remove_prefix(std::min(colon + 1, text.size()));
+    return field;
+}
+
+bool ParseBars(std::string_view text, double &rows, std::string &expected)
+{
+    int bars = 0, beats = 0, rest = 0;
+    const bool hasRows = text.find(':') != text.rfind(':');
+    const bool endsInColon = text.back() == ':';
+    if (endsInColon || !ParseCount(TakeField(text), std::numeric_limits<int>::max(), bars)) {
+        expected = expectedPosition;
+        return false;
+    }
+    if (!ParseCount(TakeField(text), kBeatsPerBar, beats)) {
+        expected = "a beat from 0 to 3 behind the bar";
+        return false;
+    }
+    if (hasRows && !ParseCount(text, kRowsPerBeat, rest)) {
+        expected = "a row from 0 to 7 behind the beat";
+        return false;
+    }
+    rows = double(bars) * kRowsPerBar + beats * kRowsPerBeat + rest;
+    return true;
+}
+
+bool ParsePositive(std::string_view text, double &rows, std::string &expected)
+{
+    if (text.find(':') != std::string_view::npos)
+        return ParseBars(text, rows, expected);
+    const bool isSeconds = text.size() > 1 && text.back() == 's';
+    if (isSeconds)
+        text.remove_suffix(1);
+    expected = expectedPosition;
+    if (!ParseUnsigned(text, rows))
+        return false;
+    if (isSeconds)
+        rows *= demo::kRowsPerSecond;
+    return true;
+}
+} // namespace
+
+bool ParsePosition(std::string_view text, double &rows, std::string &expected)
+{
+    const bool isNegative = !text.empty() && text[0] == '-';
+    if (!ParsePositive(text.substr(isNegative ? 1 : 0), rows, expected))
+        return false;
+    if (isNegative)
+        rows = -rows;
+    return true;
+}
+
+bool ParseRow(std::string_view text, int &row, std::string &expected)
+{
+    double rows = 0.0;
+    if (!ParsePosition(text, rows, expected))
+        return false;
+    const bool isSeconds = text.back() == 's';
+    if (!isSeconds && rows != std::floor(rows)) {
+        expected = "a whole row";
+        return false;
+    }
+    rows = std::round(rows);
+    if (!(std::fabs(rows) <= std::numeric_limits<int>::max()) &&
+        rows != std::numeric_limits<int>::min()) {
+        expected = "a row that fits into 32 bits";
+        return false;
+    }
+    row = static_cast<int>(rows);
+    return true;
+}
+
+std::string FormatRow(int row)
+{
+    if (row < 0)
+        return std::to_string(row);
+    return std::to_string(row / kRowsPerBar) + ":" +
+           std::to_string(row / kRowsPerBeat % kBeatsPerBar) + ":" +
+           std::to_string(row % kRowsPerBeat);
+}
+
+std::string FormatValue(float value)
+{
+    char text[32];
+    const auto result = std::to_chars(text, text + sizeof text, value);
+    return std::string(text, result.ptr);
+}
+} // namespace tracks

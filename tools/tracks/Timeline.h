@@ -1,0 +1,85 @@
+#pragma once
+
+#include "sync/track.h"
+
+#include <map>
+#include <optional>
+#include <string>
+#include <vector>
+
+/// The text timeline and what is made of it. docs/formats.md describes the language.
+namespace tracks
+{
+/// The music's measure, which rows count.
+inline constexpr int kRowsPerBeat = 8;
+inline constexpr int kBeatsPerBar = 4;
+inline constexpr int kRowsPerBar = kRowsPerBeat * kBeatsPerBar;
+
+/// What is read at most. A text past a limit is refused, whatever it says.
+inline constexpr size_t kMaximumTextBytes = 256u << 20;
+inline constexpr size_t kMaximumLineBytes = 4096;
+inline constexpr long long kMaximumKeys = 8'000'000; ///< of all tracks, repetitions unrolled
+inline constexpr size_t kMaximumNameBytes = 244;     ///< longer ones make no file name (255 bytes)
+
+/// Words of the four interpolations, indexed by sync_key_type.
+inline constexpr const char *kInterpolations[] = {"hold", "linear", "smoothstep", "quadratic"};
+
+/// A place in the text, both from 1; columns count bytes.
+struct cPlace
+{
+    int mLine = 0, mColumn = 0;
+};
+
+/// One key as written: `mRow` counts from the start of its section.
+struct cKey
+{
+    int mRow = 0;
+    float mValue = 0.0f;
+    signed char mType = SYNC_KEY_HOLD;
+    cPlace mPlace;
+};
+
+/// The keys under one `track` line, in the order of the text.
+struct cBlock
+{
+    std::string mTrack;
+    std::vector<cKey> mKeys;
+};
+
+/// Where a section is put: at `mStart`, and then every `mStep` rows until it has been put `mCount`
+/// times.
+struct cPlacement
+{
+    std::string mName;
+    long long mStart = 0, mStep = 0, mCount = 1; // rows, rows, times
+    cPlace mPlace;
+
+    bool operator<(const cPlacement &other) const { return mStart < other.mStart; }
+};
+
+/// A block of the timeline that is moved and repeated as a whole. One without a placement is a
+/// pattern for others to repeat. The first section, without a name, is the whole show.
+struct cSection
+{
+    std::string mName;
+    std::optional<int> mLength; ///< rows; keys lie within, and plots show it
+    std::vector<cBlock> mBlocks;
+    std::vector<cPlacement> mPlacements;
+};
+
+/// A parsed timeline.
+struct cTimeline
+{
+    std::map<std::string, float, std::less<>> mNames;
+    std::vector<std::string>
+        mTracks; ///< the declared ones; when there are any, there are no others
+    std::vector<cSection> mSections;
+};
+
+/// A finished track: keys ascending by row, one a row.
+struct cTrack
+{
+    std::string mName;
+    std::vector<sync_key> mKeys;
+};
+} // namespace tracks
