@@ -77,4 +77,15 @@ int cOffscreenTest::MakeTexture(int width, int height, const std::vector<uint8_t
         std::swap(bgra[i], bgra[i + 2]);
     return mTextures.CreateTexture(bgra.data(), width, height, 4);
 }
+
+int cOffscreenTest::MakeUprightTexture(const tPixel &upper, const tPixel &lower)
+{
+    std::vector<uint8_t> rgba;
+    for (int row = 0; row < 16; row++)
+        for (int channel : row < 8 ? upper : lower)
+            rgba.push_back(uint8_t(channel));
+    return MakeTexture(1, 16, rgba);
+}
+
+void cOffscreenTest::ExpectOpenGLError(unsigned int error) { EXPECT_EQ(glGetError(), error); }
 } // namespace test

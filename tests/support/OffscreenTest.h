@@ -39,6 +39,13 @@ protected:
     int MakeTexture(int width, int height, const tPixel &color);
     int MakeTexture(int width, int height, const std::vector<uint8_t> &rgba);
 
+    /// 16 rows of one pixel, the upper half of one colour, the lower of another.
+    int MakeUprightTexture(const tPixel &upper, const tPixel &lower);
+
+    /// For a test that asks OpenGL for what it must refuse; any other error fails the test at its
+    /// end.
+    void ExpectOpenGLError(unsigned int error);
+
     vyr::cRenderer &mRenderer;
     vyr::cTextureManager &mTextures;
 };
