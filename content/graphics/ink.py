@@ -1,15 +1,21 @@
 """Drawing with light and ink: what the lyric images and the graphics share.
 
-A picture is a float array of rows, columns and four channels: red, green, blue multiplied by alpha, and alpha, all from 0 to 1
-in the encoding of the screen (the show blends there, so what is seen here is what it shows). A mask is a float array of rows
-and columns from 0 to 1. Nothing here is random unless a seed is given: a second run writes the same bytes.
+A picture is a float array of rows, columns and four channels: red, green, blue multiplied by
+alpha, and alpha, all from 0 to 1 in the encoding of the screen (the show blends there, so what is
+seen here is what it shows). A mask is a float array of rows and columns from 0 to 1. Nothing here
+is random unless a seed is given: a second run writes the same bytes.
 """
 
 import numpy as np
 from PIL import Image
 
 TEAL, PETROL, AMBER, ROSE = "#0E2A33", "#1E4F5A", "#FFB347", "#C8553D"
-CREAM, PLUM, MINT, LILAC = "#F5E9D0", "#4B2E57", "#7FC8B2", "#C9A6DA"  # lilac: plum, as bright as the other two names
+CREAM, PLUM, MINT, LILAC = (
+    "#F5E9D0",
+    "#4B2E57",
+    "#7FC8B2",
+    "#C9A6DA",
+)  # lilac: plum, as bright as the other two names
 NIGHT = "#071619"  # the dark around letters: teal, nearly black
 
 
@@ -31,23 +37,20 @@ def canvas(width, height):
 
 
 def paint(picture, mask, colour, opacity=1.0):
-    """Lays `colour` (one colour, or a colour for each pixel) over the picture where the mask says so."""
+    """Lays `colour` (one colour, or a colour for each pixel) over the picture where the mask says
+    so.
+    """
     alpha = np.clip(mask * opacity, 0, 1)[..., None]
     picture *= 1 - alpha
     picture[..., :3] += rgb(colour) * alpha
     picture[..., 3:] += alpha
 
 
-def glow(picture, mask, colour, opacity=1.0):
-    """Adds light to what is painted already; where nothing is painted yet it brings no alpha along."""
-    light = rgb(colour) * np.clip(mask * opacity, 0, 1)[..., None]
-    alpha = picture[..., 3:]
-    picture[..., :3] = np.minimum(picture[..., :3] + light * alpha, alpha)
-
-
 def _along(mask, kernel, axis):
     radius = len(kernel) // 2
-    padded = np.pad(mask, [(radius, radius) if i == axis else (0, 0) for i in range(mask.ndim)], mode="edge")
+    padded = np.pad(
+        mask, [(radius, radius) if i == axis else (0, 0) for i in range(mask.ndim)], mode="edge"
+    )
     length = mask.shape[axis]
     total = np.zeros_like(mask)
     for i, weight in enumerate(kernel):
@@ -81,7 +84,9 @@ def grown(mask, radius):
     out = mask.copy()
     for dy in range(-reach, reach + 1):
         for dx in range(-reach, reach + 1):
-            edge = np.clip(radius + 0.5 - np.hypot(dx, dy), 0, 1)  # a soft rim keeps the outline smooth
+            edge = np.clip(
+                radius + 0.5 - np.hypot(dx, dy), 0, 1
+            )  # a soft rim keeps the outline smooth
             if edge > 0:
                 np.maximum(out, shifted(mask, dx, dy) * edge, out=out)
     return out
@@ -100,7 +105,9 @@ def rounded(width, height, box, radius, soft=0.5):
     radius = min(radius, half_x, half_y)
     qx = np.abs(x - (box[0] + box[2]) / 2) - half_x + radius
     qy = np.abs(y - (box[1] + box[3]) / 2) - half_y + radius
-    distance = np.hypot(np.maximum(qx, 0), np.maximum(qy, 0)) + np.minimum(np.maximum(qx, qy), 0) - radius
+    distance = (
+        np.hypot(np.maximum(qx, 0), np.maximum(qy, 0)) + np.minimum(np.maximum(qx, qy), 0) - radius
+    )
     return np.clip(0.5 - distance / (2 * soft), 0, 1)
 
 
@@ -121,7 +128,9 @@ def stroke(width, height, start, end, thickness, soft=0.5):
 
 
 def _bled(picture):
-    """Straight colours; where alpha is (almost) none, the colour of the nearest paint, so that filtering brings no fringe."""
+    """Straight colours; where alpha is (almost) none, the colour of the nearest paint, so that
+    filtering brings no fringe.
+    """
     colour, weight = picture[..., :3].copy(), picture[..., 3:].copy()
     straight = np.where(weight > 1 / 255, colour / np.maximum(weight, 1e-6), 0)
     known = weight > 1 / 255
@@ -135,7 +144,9 @@ def _bled(picture):
 
 
 def save(picture, path, seed=1):
-    """Writes a PNG with straight alpha, 8 bits a channel; alpha is dithered, so that soft edges do not band."""
+    """Writes a PNG with straight alpha, 8 bits a channel; alpha is dithered, so that soft edges do
+    not band.
+    """
     noise = np.random.default_rng(seed).random(picture.shape[:2], np.float32)
     alpha = picture[..., 3]
     steps = np.floor(alpha * 255 + np.where((alpha > 0.001) & (alpha < 0.999), noise, 0.5))
@@ -146,9 +157,21 @@ def save(picture, path, seed=1):
 
 
 def cropped(picture, margin=2, smallest=(0, 0)):
-    """Cuts away empty borders down to `margin` transparent pixels, but not below `smallest` (width, height)."""
+    """Cuts away empty borders down to `margin` transparent pixels, but not below `smallest` (width,
+    height).
+    """
     seen = picture[..., 3] > 1 / 255
     rows, columns = np.flatnonzero(seen.any(1)), np.flatnonzero(seen.any(0))
     out = picture[rows[0] : rows[-1] + 1, columns[0] : columns[-1] + 1]
-    short = [max(2 * margin, smallest[1] - out.shape[0]), max(2 * margin, smallest[0] - out.shape[1])]
-    return np.pad(out, [(short[0] // 2, short[0] - short[0] // 2), (short[1] // 2, short[1] - short[1] // 2), (0, 0)])
+    short = [
+        max(2 * margin, smallest[1] - out.shape[0]),
+        max(2 * margin, smallest[0] - out.shape[1]),
+    ]
+    return np.pad(
+        out,
+        [
+            (short[0] // 2, short[0] - short[0] // 2),
+            (short[1] // 2, short[1] - short[1] // 2),
+            (0, 0),
+        ],
+    )

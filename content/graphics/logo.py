@@ -1,4 +1,6 @@
-"""The logo: zemlogo.svg turned into pixels, with a dark surround like the lyrics', so that it stands on any background."""
+"""The logo: zemlogo.svg turned into pixels, with a dark surround like the lyrics', so that it stands
+on any background.
+"""
 
 import io
 import subprocess
@@ -13,7 +15,9 @@ SOURCE = Path(__file__).with_name("zemlogo.svg")
 
 
 def _drawn(svg):
-    png = subprocess.run(["rsvg-convert"], input=svg.encode(), check=True, capture_output=True).stdout
+    png = subprocess.run(
+        ["rsvg-convert"], input=svg.encode(), check=True, capture_output=True
+    ).stdout
     picture = np.array(Image.open(io.BytesIO(png)).convert("RGBA"), np.float32) / 255
     picture[..., :3] *= picture[..., 3:]
     return picture

@@ -1,8 +1,10 @@
-"""The tunnel's texture: the dial of a station clock with nothing in the middle, so that one looks through slice after slice.
+"""The tunnel's texture: the dial of a station clock with nothing in the middle, so that one looks
+through slice after slice.
 
-The show multiplies it with magenta (red and blue rise with distance, green is gone) and draws it in three nested squares a
-slice. So only red and blue carry colour here: pink rims and violet figures. The square's border is empty, or one would see
-it; the smallest copy is drawn five times smaller than the texture without mipmaps, so nothing is finer than about five pixels.
+The show multiplies it with magenta (red and blue rise with distance, green is gone) and draws it
+in three nested squares a slice. So only red and blue carry colour here: pink rims and violet
+figures. The square's border is empty, or one would see it; the smallest copy is drawn five times
+smaller than the texture without mipmaps, so nothing is finer than about five pixels.
 """
 
 import numpy as np
@@ -12,14 +14,14 @@ import ink
 
 SIZE = 512
 FACE = "/usr/share/texmf/fonts/opentype/public/tex-gyre/texgyreadventor-bold.otf"
-FIGURES = ["12", "1", "2", "3", "4", "17", "6", "7", "8", "9", "10", "11"]  # seventeen hours: the hour of the bus
+FIGURES = {0: "12", 3: "3", 5: "17", 6: "6", 9: "9"}  # seventeen hours: the hour of the bus
 
 
 def _figures(radius, height):
-    """Mask of the hours, each with its foot to the middle."""
+    """Mask of the hours that are named, each with its foot to the middle."""
     fine, mask = 2, Image.new("L", (2 * SIZE, 2 * SIZE))
     font = ImageFont.truetype(FACE, height * fine)
-    for hour, text in enumerate(FIGURES):
+    for hour, text in FIGURES.items():
         patch = Image.new("L", mask.size)
         top = (SIZE, SIZE - radius * fine)
         ImageDraw.Draw(patch).text(top, text, fill=255, font=font, anchor="mm")
@@ -40,7 +42,20 @@ def _ticks(radius, angle, every, half_width, inner, outer):
     """Radial bars; `half_width` is in shares of half the texture's size."""
     off = np.abs((angle + every / 2) % every - every / 2)
     across = np.radians(off) * radius
-    return ink.smooth(half_width + 0.006, half_width - 0.006, across) * _band(radius, (inner + outer) / 2, (outer - inner) / 2)
+    return ink.smooth(half_width + 0.006, half_width - 0.006, across) * _band(
+        radius, (inner + outer) / 2, (outer - inner) / 2
+    )
+
+
+def _bars(radius, angle):
+    """The hours: long bars where no figure stands, short ones above a figure."""
+    hour = np.round(angle / 30) % 12
+    named = np.isin(hour, list(FIGURES))
+    return np.where(
+        named,
+        _ticks(radius, angle, 30, 0.022, 0.79, 0.85),
+        _ticks(radius, angle, 30, 0.026, 0.58, 0.85),
+    )
 
 
 def tunnel():
@@ -52,10 +67,9 @@ def tunnel():
     ink.paint(picture, ink.blur(_band(radius, 0.86, 0.03), 9), "#FF6090", 0.5)
     for mask, colour, opacity in (
         (_band(radius, 0.86, 0.022), "#FFC0D8", 0.95),
-        (_band(radius, 0.515, 0.009), "#9080FF", 0.75),
-        (_ticks(radius, angle, 6, 0.011, 0.775, 0.815), "#C8B0FF", 0.6),
-        (_ticks(radius, angle, 30, 0.022, 0.735, 0.845), "#FF8CA8", 0.95),
-        (_figures(0.635 * SIZE / 2, 46), "#F0E0FF", 0.95),
+        (_ticks(radius, angle, 6, 0.010, 0.79, 0.815), "#C8B0FF", 0.45),
+        (_bars(radius, angle), "#FF9CB4", 0.95),
+        (_figures(0.655 * SIZE / 2, 58), "#F4E6FF", 0.95),
     ):
         ink.paint(picture, mask, colour, opacity)
     return picture * ink.smooth(0.985, 0.90, radius)[..., None]

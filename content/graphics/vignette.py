@@ -1,7 +1,8 @@
-"""The vignette: dark soft corners and the dust of an old print, over the whole picture. Clear in the middle.
+"""The vignette: dark soft corners and the dust of an old print, over the whole picture.
 
-It is drawn pixel for pixel at 1280 by 720, always, so it must not cost the picture its light: the corners lose about two
-thirds, the middle nothing. Its alpha is dithered when written; a smooth fall over hundreds of pixels would band otherwise.
+It is drawn pixel for pixel at 1280 by 720, always, so it must not cost the picture its light: the
+corners lose about two thirds, the middle nothing. Its alpha is dithered when written; a smooth
+fall over hundreds of pixels would band otherwise.
 """
 
 import numpy as np
@@ -14,9 +15,11 @@ WIDTH, HEIGHT = 1280, 720
 def _corners():
     y, x = np.mgrid[0:HEIGHT, 0:WIDTH].astype(np.float32) + 0.5
     nx, ny = np.abs(x / WIDTH * 2 - 1), np.abs(y / HEIGHT * 2 - 1)
-    away = (nx**2.6 + (ny * 0.94) ** 2.6) ** (1 / 2.6)  # between an ellipse and the frame's own shape
+    away = (nx**2.6 + (ny * 0.94) ** 2.6) ** (
+        1 / 2.6
+    )  # between an ellipse and the frame's own shape
     rim = ink.smooth(0.985, 1.03, np.maximum(nx, ny * 1.01)) * 0.25
-    return np.clip(0.72 * ink.smooth(0.62, 1.24, away) ** 1.15 + rim, 0, 1), away
+    return np.clip(0.66 * ink.smooth(0.62, 1.24, away) ** 1.15 + rim, 0, 1), away
 
 
 def _speck(chance, x, y):
@@ -33,7 +36,11 @@ def _speck(chance, x, y):
 
 def _hair(chance, x, y):
     """A lint hair: a thin line that curls."""
-    mask, heading, curl = np.zeros((HEIGHT, WIDTH), np.float32), chance.uniform(0, 6.3), chance.uniform(-0.14, 0.14)
+    mask, heading, curl = (
+        np.zeros((HEIGHT, WIDTH), np.float32),
+        chance.uniform(0, 6.3),
+        chance.uniform(-0.14, 0.14),
+    )
     for _ in range(int(chance.integers(12, 34))):
         end = (x + 2 * np.cos(heading), y + 2 * np.sin(heading))
         left, top = int(np.clip(x - 8, 0, WIDTH - 16)), int(np.clip(y - 8, 0, HEIGHT - 16))
@@ -63,9 +70,19 @@ def vignette():
     for number in range(110):
         x, y = chance.uniform(0, WIDTH), chance.uniform(0, HEIGHT)
         dark = number % 3 > 0
-        ink.paint(picture, _speck(chance, x, y) * outside, "#120C08" if dark else "#F5E9D0", 0.5 if dark else 0.16)
+        ink.paint(
+            picture,
+            _speck(chance, x, y) * outside,
+            "#120C08" if dark else "#F5E9D0",
+            0.5 if dark else 0.16,
+        )
     for _ in range(9):
-        ink.paint(picture, _hair(chance, chance.uniform(0, WIDTH), chance.uniform(0, HEIGHT)) * outside, "#0C0806", 0.42)
+        ink.paint(
+            picture,
+            _hair(chance, chance.uniform(0, WIDTH), chance.uniform(0, HEIGHT)) * outside,
+            "#0C0806",
+            0.42,
+        )
     for x in chance.choice([41, 97, 163, 1118, 1187, 1241], 5, replace=False):
         ink.paint(picture, _scratch(chance, float(x)), "#F5E9D0", 0.1)
     return picture

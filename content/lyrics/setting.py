@@ -5,7 +5,8 @@ from functools import lru_cache
 import numpy as np
 from PIL import Image, ImageDraw, ImageFont
 
-FINE = 4  # letters are drawn this much larger and averaged down: smooth edges, places finer than a pixel
+# Letters are drawn this much larger and averaged down: smooth edges, places finer than a pixel
+FINE = 4
 FACES = {
     "sign": "/usr/share/texmf/fonts/opentype/public/tex-gyre/texgyreadventor-bold.otf",
     "soft": "/usr/share/texmf/fonts/opentype/public/tex-gyre/texgyreadventor-regular.otf",
@@ -21,19 +22,27 @@ def font(face, pixels):
 
 
 def places(text, face, size, tracking=0.0):
-    """Left edge of every letter in pixels, the face's kerning included, and the word's width. `tracking` is in ems."""
+    """Left edge of every letter in pixels, the face's kerning included, and the word's width.
+    `tracking` is in ems.
+    """
     type_ = font(face, round(size * FINE))
     lefts, pen = [], 0.0
     for i, letter in enumerate(text):
         lefts.append(pen / FINE)
         pair = text[i : i + 2]
-        step = type_.getlength(pair) - type_.getlength(pair[1]) if len(pair) == 2 else type_.getlength(letter)
+        step = (
+            type_.getlength(pair) - type_.getlength(pair[1])
+            if len(pair) == 2
+            else type_.getlength(letter)
+        )
         pen += step + (tracking * size * FINE if len(pair) == 2 else 0)
     return lefts, pen / FINE
 
 
 def _patch(letter, face, size, degrees):
-    """One letter on a patch of its own, turned about its middle; also where the patch's pen point lies in it."""
+    """One letter on a patch of its own, turned about its middle; also where the patch's pen point
+    lies in it.
+    """
     type_, room = font(face, round(size * FINE)), round(size * FINE)
     patch = Image.new("L", (3 * room, 3 * room))
     ImageDraw.Draw(patch).text((room, 2 * room), letter, fill=255, font=type_, anchor="ls")
@@ -44,7 +53,9 @@ def _patch(letter, face, size, degrees):
 
 
 def stamp(shape, text, x, baseline, face, size, tracking=0.0, pose=None):
-    """Mask of `text` with its pen at (x, baseline). `pose(i)` gives letter i a drop in pixels and a turn in degrees."""
+    """Mask of `text` with its pen at (x, baseline). `pose(i)` gives letter i a drop in pixels and a
+    turn in degrees.
+    """
     height, width = shape
     sheet = Image.new("L", (width * FINE, height * FINE))
     lefts, _ = places(text, face, size, tracking)

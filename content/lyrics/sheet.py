@@ -1,17 +1,22 @@
-"""One lyric line on its sheet: rows of words, the dark surround that keeps them readable over anything, and the trimmings."""
+"""One lyric line on its sheet: rows of words, the dark surround that keeps them readable over
+anything, and the trimmings.
+"""
 
 import numpy as np
 
 import ink
-from styles import STYLES, Trio
+from letters import Trio
+from styles import STYLES
 
 MARGIN = 46  # room for surround and glow on every side
 LEADING = 9  # pixels between the lowest ink of one row and the highest of the next
-WORD_SPACE = {"p": 0.36, "f": 0.5, "t": 0.2}  # ems; 0.27 for all other marks
+WORD_SPACE = {"p": 0.36, "f": 0.5}  # ems; 0.27 for all other marks
 
 
 class Sheet:
-    """Collects what the words want painted; `finish` paints it: surround first, then everything put off, in order."""
+    """Collects what the words want painted; `finish` paints it: surround first, then everything put
+    off, in order.
+    """
 
     def __init__(self, width, height):
         self.shape = (height, width)
@@ -28,9 +33,15 @@ class Sheet:
         height, width = self.shape
         picture = ink.canvas(width, height)
         around = ink.grown(self.shade, 4)
-        ink.paint(picture, ink.blur(ink.grown(self.shade, 8), 7), ink.NIGHT, 0.62)  # soft: the picture below shows through
-        ink.paint(picture, ink.shifted(ink.blur(around, 2.5), 1, 4), "#020709", 0.6)  # the shadow of a lamp from above
-        ink.paint(picture, ink.blur(around, 1.1), ink.NIGHT, 0.93)  # a firm rim, for contrast over white
+        ink.paint(
+            picture, ink.blur(ink.grown(self.shade, 8), 7), ink.NIGHT, 0.62
+        )  # soft: the picture below shows through
+        ink.paint(
+            picture, ink.shifted(ink.blur(around, 2.5), 1, 4), "#020709", 0.6
+        )  # the shadow of a lamp from above
+        ink.paint(
+            picture, ink.blur(around, 1.1), ink.NIGHT, 0.93
+        )  # a firm rim, for contrast over white
         for step in self.steps:
             step(picture)
         return picture
@@ -43,10 +54,14 @@ class Row:
         self.parts, self.pens = [], []
         pen = shift
         for mark in marks:
-            part = Trio(size) if mark == "o" else STYLES[mark](next(words), size)
+            part = (
+                Trio(size)
+                if mark == "o"
+                else STYLES[mark[0]](" ".join(next(words) for _ in mark), size)
+            )
             self.parts.append(part)
             self.pens.append(pen)
-            pen += part.width + size * WORD_SPACE.get(mark, 0.27)
+            pen += part.width + size * WORD_SPACE.get(mark[0], 0.27)
         self.right = self.pens[-1] + self.parts[-1].width
         self.up, self.down = max(p.up for p in self.parts), max(p.down for p in self.parts)
 
@@ -58,8 +73,10 @@ class Row:
 def _tally(sheet, rows, baselines):
     """Four strokes and one across, after the last row: somebody counts."""
     height, width = sheet.shape
-    x, y = MARGIN + rows[0].right + 26, baselines[0]
-    marks = [ink.stroke(width, height, (x + 15 * i, y - 48), (x + 15 * i - 3, y), 6) for i in range(4)]
+    x, y = MARGIN + rows[0].right + 36, baselines[0]
+    marks = [
+        ink.stroke(width, height, (x + 15 * i, y - 48), (x + 15 * i - 3, y), 6) for i in range(4)
+    ]
     marks.append(ink.stroke(width, height, (x - 13, y - 10), (x + 56, y - 40), 6))
     for mark in marks:
         sheet.shade_with(mark)
@@ -87,8 +104,14 @@ def _rain(sheet, rows, baselines):
     chance = np.random.default_rng(len(baselines) + int(rows[0].right))
     fall = np.zeros(sheet.shape, np.float32)
     for _ in range(46):
-        x, y, long = chance.uniform(34, width - 34), chance.uniform(24, height - 62), chance.uniform(14, 34)
-        drop = ink.stroke(width, height, (x, y), (x - long * 0.16, y + long), chance.uniform(1.6, 2.6), 0.8)
+        x, y, long = (
+            chance.uniform(34, width - 34),
+            chance.uniform(24, height - 62),
+            chance.uniform(14, 34),
+        )
+        drop = ink.stroke(
+            width, height, (x, y), (x - long * 0.16, y + long), chance.uniform(1.6, 2.6), 0.8
+        )
         np.maximum(fall, drop * chance.uniform(0.35, 0.95), out=fall)
     sheet.later(lambda picture: ink.paint(picture, ink.blur(fall, 1.6), ink.NIGHT, 0.5))
     sheet.later(lambda picture: ink.paint(picture, fall, "#BFEBDD", 0.8))
@@ -106,7 +129,9 @@ def set_line(text, layout):
         head, *marks = row.split()
         trimmings += [mark for mark in marks if mark in TRIMMINGS]
         size, _, shift = head.partition(">")
-        rows.append(Row(float(size), float(shift or 0), [m for m in marks if m not in TRIMMINGS], words))
+        rows.append(
+            Row(float(size), float(shift or 0), [m for m in marks if m not in TRIMMINGS], words)
+        )
     if next(words, None) is not None:
         raise ValueError(f"the layout has too few marks for: {text}")
     return _painted(rows, trimmings)

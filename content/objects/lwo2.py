@@ -1,13 +1,16 @@
-"""Writes a triangle mesh as a LightWave object, layout LWO2: big-endian chunks in a FORM, each padded to an even length.
+"""Writes a triangle mesh as a LightWave object, layout LWO2: big-endian chunks in a FORM, each padded
+to an even length.
 
-What is written: TAGS (surface names), PNTS, VMAP (texture coordinates), POLS (FACE), PTAG (a surface for each polygon), CLIP (one
-still image, index 1) and one SURF for each name. The reader takes them in this order, reads polygon indices as two bytes only,
-and paints the polygons as they stand in the file.
+What is written: TAGS (surface names), PNTS, VMAP (texture coordinates), POLS (FACE), PTAG (a
+surface for each polygon), CLIP (one still image, index 1) and one SURF for each name. The reader
+takes them in this order, reads polygon indices as two bytes only, and paints the polygons as they
+stand in the file.
 """
 
 import struct
 
-LARGEST_INDEX = 0xFF00  # from here on a LightWave index needs four bytes, which the reader does not know in POLS
+# From here on a LightWave index needs four bytes, which the reader does not know in POLS
+LARGEST_INDEX = 0xFF00
 CLIP_INDEX = 1
 
 
@@ -30,7 +33,9 @@ def _points(positions):
 
 
 def _texture_map(name, coordinates):
-    """A two-dimensional TXUV map with an entry for every point. v grows upward: the reader takes 1 - v as the image's row."""
+    """A two-dimensional TXUV map with an entry for every point. v grows upward: the reader takes 1 -
+    v as the image's row.
+    """
     entries = (struct.pack(">H2f", i, u, v) for i, (u, v) in enumerate(coordinates))
     return b"TXUV" + struct.pack(">H", 2) + _s0(name) + b"".join(entries)
 
@@ -51,16 +56,19 @@ def _image_block(map_name):
 
 
 def _surface(name, colour, map_name):
-    body = _s0(name) + _s0("") + _sub(b"COLR", struct.pack(">3fH", *colour, 0))  # 14 bytes: the colour and "no envelope"
+    body = (
+        _s0(name) + _s0("") + _sub(b"COLR", struct.pack(">3fH", *colour, 0))
+    )  # 14 bytes: the colour and "no envelope"
     return body + (_sub(b"BLOK", _image_block(map_name)) if map_name else b"")
 
 
 def write(path, positions, triangles, surfaces, surface_of, texture=None, coordinates=None):
     """Writes the file at `path`.
 
-    `triangles` are index triples, counter-clockwise from outside; `surfaces` is a list of (name, (red, green, blue)), and
-    `surface_of` gives each triangle's number in it. With a `texture` (its path as the show opens it) every surface carries it,
-    and `coordinates` has (u, v) for every point.
+    `triangles` are index triples, counter-clockwise from outside; `surfaces` is a list of (name,
+    (red, green, blue)), and `surface_of` gives each triangle's number in it. With a `texture` (its
+    path as the show opens it) every surface carries it, and `coordinates` has (u, v) for every
+    point.
     """
     if len(positions) > LARGEST_INDEX or len(triangles) > LARGEST_INDEX:
         raise ValueError(f"{path}: more than {LARGEST_INDEX} points or polygons")

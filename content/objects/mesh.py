@@ -1,4 +1,6 @@
-"""Triangle meshes: points, triangles (counter-clockwise from outside), and per point a texture coordinate, per triangle a colour."""
+"""Triangle meshes: points, triangles (counter-clockwise from outside), and per point a texture
+coordinate, per triangle a colour.
+"""
 
 import numpy as np
 
@@ -22,7 +24,9 @@ class Mesh:
         return np.where(length > 1e-12, normal / np.maximum(length, 1e-12), 0)
 
     def kept(self, chosen):
-        """The mesh with only the `chosen` triangles (numbers or a mask), in that order, and only the points they use."""
+        """The mesh with only the `chosen` triangles (numbers or a mask), in that order, and only the
+        points they use.
+        """
         triangles = self.triangles[chosen]
         used, renumbered = np.unique(triangles, return_inverse=True)
         uv = None if self.uv is None else self.uv[used]
@@ -31,7 +35,12 @@ class Mesh:
 
     def moved(self, matrix, offset=(0, 0, 0)):
         """The mesh turned or scaled by a 3 by 3 matrix (no mirror image), then moved."""
-        return Mesh(self.positions @ np.asarray(matrix).T + offset, self.triangles, self.uv, self.colours)
+        return Mesh(
+            self.positions @ np.asarray(matrix).T + offset, self.triangles, self.uv, self.colours
+        )
+
+    def shifted(self, offset):
+        return self.moved(np.eye(3), offset)
 
 
 def joined(meshes):
@@ -40,7 +49,12 @@ def joined(meshes):
     together = lambda parts: None if parts[0] is None else np.concatenate(parts)
     triangles = np.concatenate([m.triangles + start for m, start in zip(meshes, starts)])
     positions = np.concatenate([m.positions for m in meshes])
-    return Mesh(positions, triangles, together([m.uv for m in meshes]), together([m.colours for m in meshes]))
+    return Mesh(
+        positions,
+        triangles,
+        together([m.uv for m in meshes]),
+        together([m.colours for m in meshes]),
+    )
 
 
 def turn_x(degrees):

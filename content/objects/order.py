@@ -1,27 +1,32 @@
 """Painter's order: the show draws an object's triangles as they stand in the file and keeps no depth.
 
-The object never turns, but it passes to the left, right, above and below of the viewer, who so looks at it from many sides. From each of these
-places we note which triangle covers which, pixel by pixel, and then look for one order in which as little as possible is
-covered wrongly. Triangles that face away are culled by the show and play no part for that place.
+The object never turns, but it passes to the left, right, above and below of the viewer, who so
+looks at it from many sides. From each of these places we note which triangle covers which, pixel
+by pixel, and then look for one order in which as little as possible is covered wrongly. Triangles
+that face away are culled by the show and play no part for that place.
 """
 
 import heapq
 
 import numpy as np
 
-PIXELS = 300  # width and height of the picture that is looked at from each place
+PIXELS = 420  # width and height of the picture that is looked at from each place
 TOUCHING = 0.003  # units: surfaces that are no farther apart do not cover each other
 
 
 def places():
-    """Where the object may stand in the show, seen from the origin down -z: within the 60 degree, 16 : 9 view."""
+    """Where the object may stand in the show, seen from the origin down -z: within the 60 degree, 16
+    : 9 view.
+    """
     spots = [(0, 0, -5), (0, 0, -3), (2, 0, -4), (-2, 0, -4), (0, 1.5, -4), (0, -1.5, -4)]
     spots += [(x, y, -5) for x in (-4.5, -3, -1.5, 1.5, 3, 4.5) for y in (-2, -0.8, 0.8, 2)]
     return np.array(spots, float)
 
 
 def _projected(mesh, spot):
-    """Corners on the picture plane (triangle, corner, x y) in pixels, and 1 / distance of each corner."""
+    """Corners on the picture plane (triangle, corner, x y) in pixels, and 1 / distance of each
+    corner.
+    """
     corners = mesh.corners() + spot
     flat = corners[..., :2] / -corners[..., 2:]
     low, high = flat.min((0, 1)), flat.max((0, 1))
@@ -45,11 +50,15 @@ def _covered(flat, inverse):
     if not inside.any():
         return None
     u, v = u[inside], v[inside]
-    return y[inside] * PIXELS + x[inside], 1 / (u * inverse[0] + v * inverse[1] + (1 - u - v) * inverse[2])
+    return y[inside] * PIXELS + x[inside], 1 / (
+        u * inverse[0] + v * inverse[1] + (1 - u - v) * inverse[2]
+    )
 
 
 def _pairs(mesh, spot, weights):
-    """Adds to `weights` how many pixels each (far, near) pair of triangles shares, seen with the object at `spot`."""
+    """Adds to `weights` how many pixels each (far, near) pair of triangles shares, seen with the
+    object at `spot`.
+    """
     flat, inverse = _projected(mesh, spot)
     pixels, depths, owners = [], [], []
     for i in range(len(flat)):
@@ -61,15 +70,23 @@ def _pairs(mesh, spot, weights):
     pixels, depths, owners = map(np.concatenate, (pixels, depths, owners))
     rank = np.lexsort((-depths, pixels))  # pixel by pixel, the farthest first
     pixels, depths, owners = pixels[rank], depths[rank], owners[rank]
-    for step in (1, 2, 3):  # not only the next one in front: a pair must hold even where a third lies between
+    for step in (
+        1,
+        2,
+        3,
+    ):  # not only the next one in front: a pair must hold even where a third lies between
         apart = (pixels[step:] == pixels[:-step]) & (depths[:-step] - depths[step:] > TOUCHING)
-        pairs, counts = np.unique(owners[:-step][apart] * len(flat) + owners[step:][apart], return_counts=True)
+        pairs, counts = np.unique(
+            owners[:-step][apart] * len(flat) + owners[step:][apart], return_counts=True
+        )
         for pair, count in zip(pairs.tolist(), counts.tolist()):
             weights[pair] = weights.get(pair, 0) + count
 
 
 def _sorted_by(count, weights, distance):
-    """Far before near; where pairs contradict each other, the triangle goes next that wrongs the fewest pixels."""
+    """Far before near; where pairs contradict each other, the triangle goes next that wrongs the
+    fewest pixels.
+    """
     near, waiting = [[] for _ in range(count)], np.zeros(count)
     for pair, weight in weights.items():
         opposite = weights.get(pair % count * count + pair // count, 0)
@@ -94,7 +111,9 @@ def _sorted_by(count, weights, distance):
 
 
 def painted_order(mesh):
-    """Numbers of the triangles from first to last to paint, and the share of covered pixels that still come out wrong."""
+    """Numbers of the triangles from first to last to paint, and the share of covered pixels that
+    still come out wrong.
+    """
     weights = {}
     for spot in places():
         _pairs(mesh, spot, weights)

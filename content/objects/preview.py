@@ -1,5 +1,6 @@
 #!/usr/bin/python3
-"""Shows an object as the show draws it: file order, no depth buffer, back faces culled, colour times texture.
+"""Shows an object as the show draws it: file order, no depth buffer, back faces culled, colour times
+texture.
 
 Usage: preview.py oh1|oh2 OUT.png   a sheet of views: straight ahead, then passing on all sides.
 """
@@ -12,7 +13,17 @@ import numpy as np
 from PIL import Image
 
 ROOT = Path(__file__).resolve().parent.parent.parent
-VIEWS = [(0, 0, -4), (0, 0, -3), (-2.6, 0.3, -4), (2.6, 0.3, -4), (0.6, -1.6, -4), (-0.6, 1.4, -4), (-3, -1.4, -4), (3, 1.4, -4), (0, 0, -8)]
+VIEWS = [
+    (0, 0, -4),
+    (0, 0, -3),
+    (-2.6, 0.3, -4),
+    (2.6, 0.3, -4),
+    (0.6, -1.6, -4),
+    (-0.6, 1.4, -4),
+    (-3, -1.4, -4),
+    (3, 1.4, -4),
+    (0, 0, -8),
+]
 
 
 def _chunks(data, start, end, size_bytes):
@@ -29,7 +40,9 @@ def _s0(data, at=0):
 
 
 def read(path):
-    """Points, triangles, colour of each triangle, texture coordinates (or None) and texture path (or None) of a file."""
+    """Points, triangles, colour of each triangle, texture coordinates (or None) and texture path (or
+    None) of a file.
+    """
     data = path.read_bytes()
     points = triangles = owners = uv = texture = None
     names, colours = [], {}
@@ -62,17 +75,25 @@ def draw(thing, spot, width, height):
     """One picture of what `read` gave, standing at `spot`."""
     points, triangles, colours, uv, texture = thing
     image = np.array([0.09, 0.16, 0.19]) * np.ones((height, width, 1))
-    texels = None if texture is None else np.asarray(Image.open(ROOT / texture).convert("RGB"), float) / 255
+    texels = (
+        None
+        if texture is None
+        else np.asarray(Image.open(ROOT / texture).convert("RGB"), float) / 255
+    )
     eye = points + spot
     scale = height / 2 / np.tan(np.radians(30))
     inverse = 1 / -eye[:, 2]
-    flat = np.stack([width / 2 + eye[:, 0] * inverse * scale, height / 2 - eye[:, 1] * inverse * scale], -1)
+    flat = np.stack(
+        [width / 2 + eye[:, 0] * inverse * scale, height / 2 - eye[:, 1] * inverse * scale], -1
+    )
     for t, colour in zip(triangles, colours):
         (ax, ay), (bx, by), (cx, cy) = flat[t]
         area = (bx - ax) * (cy - ay) - (by - ay) * (cx - ax)
         left, right = int(max(0, min(ax, bx, cx))), int(min(width - 1, max(ax, bx, cx)))
         top, bottom = int(max(0, min(ay, by, cy))), int(min(height - 1, max(ay, by, cy)))
-        if area >= 0 or left > right or top > bottom:  # rows grow downward: front faces turn clockwise here
+        if (
+            area >= 0 or left > right or top > bottom
+        ):  # rows grow downward: front faces turn clockwise here
             continue
         y, x = np.mgrid[top : bottom + 1, left : right + 1] + 0.5
         u = ((bx - x) * (cy - y) - (by - y) * (cx - x)) / area
@@ -94,12 +115,17 @@ def _texel(texels, place):
     left, top = np.floor(x).astype(int), np.floor(y).astype(int)
     fx, fy = (x - left)[:, None], (y - top)[:, None]
     pick = lambda dx, dy: texels[(top + dy) % height, (left + dx) % width]
-    return (pick(0, 0) * (1 - fx) + pick(1, 0) * fx) * (1 - fy) + (pick(0, 1) * (1 - fx) + pick(1, 1) * fx) * fy
+    return (pick(0, 0) * (1 - fx) + pick(1, 0) * fx) * (1 - fy) + (
+        pick(0, 1) * (1 - fx) + pick(1, 1) * fx
+    ) * fy
 
 
 def _around(image, spot, side=600):
     """The part of a 1920 by 1080 picture where the object is."""
-    x, y = (int(half + sign * at / -spot[2] * 935) for half, sign, at in ((960, 1, spot[0]), (540, -1, spot[1])))
+    x, y = (
+        int(half + sign * at / -spot[2] * 935)
+        for half, sign, at in ((960, 1, spot[0]), (540, -1, spot[1]))
+    )
     padded = np.pad(image, [(side, side), (side, side), (0, 0)])
     return padded[y + side // 2 : y + side + side // 2, x + side // 2 : x + side + side // 2]
 
