@@ -145,7 +145,8 @@ bool cStatements::ReadSection(const cLine &line)
         return false;
     if (options.Has("length"))
         section.mLength = options.mLength;
-    if (options.Has("at"))
+    section.mIsPattern = !options.Has("at");
+    if (!section.mIsPattern)
         section.mPlacements.push_back(MakePlacement(line, name, options));
     return true;
 }
@@ -183,6 +184,8 @@ bool cStatements::ReadKey(const cLine &line)
     if (!CheckEnd(line, 3))
         return false;
     mBlock->mKeys.push_back(key);
+    if (IsName(line.mTokens[1]))
+        mTimeline.mValueNames[mBlock->mTrack].emplace(key.mValue, line.mTokens[1].mText);
     return true;
 }
 

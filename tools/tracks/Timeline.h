@@ -62,10 +62,14 @@ struct cPlacement
 struct cSection
 {
     std::string mName;
-    std::optional<int> mLength; ///< rows; keys lie within, and plots show it
+    std::optional<int> mLength; ///< rows; keys lie within
+    bool mIsPattern = true;     ///< its own line gives it no place; plots show only the others
     std::vector<cBlock> mBlocks;
     std::vector<cPlacement> mPlacements;
 };
+
+/// For each track, the names that its values were written with.
+using tValueNames = std::map<std::string, std::map<float, std::string>>;
 
 /// A parsed timeline.
 struct cTimeline
@@ -74,6 +78,7 @@ struct cTimeline
     std::vector<std::string>
         mTracks; ///< the declared ones; when there are any, there are no others
     std::vector<cSection> mSections;
+    tValueNames mValueNames;
 };
 
 /// A finished track: keys ascending by row, one a row.

@@ -1,48 +1,60 @@
-#include "tools/support/Files.h"
-#include "tools/tracks/Compiler.h"
+#include "tools/tracks/Commands.h"
 
 #include <CLI/CLI.hpp>
 
-#include <iostream>
+using tracks::cOptions;
 
 namespace
 {
-const int clean = 0, faulty = 1, misused = 2; // exit statuses
-
-struct cOptions
+CLI::App *Add(CLI::App &app, const char *name, const char *what, int (*run)(const cOptions &),
+              const cOptions &options, int &status)
 {
-    std::string mTimeline, mFolder, mOutput;
-};
-
-int Fail(const std::string &line)
-{
-    std::cerr << "vyr-tracks: " << tools::OnOneLine(line) << '\n';
-    return faulty;
+    CLI::App *command = app.add_subcommand(name, what);
+    command->callback([run, &options, &status] { status = run(options); });
+    return command;
 }
 
-int Compile(const cOptions &options)
+void AddFolder(CLI::App *command, cOptions &options)
 {
-    std::string text, error;
-    if (!tools::ReadWhole(options.mTimeline, tracks::kMaximumTextBytes, text, error))
-        return Fail(options.mTimeline + ": " + error);
-    tracks::tTextFaults faults;
-    const tracks::cTimeline timeline = tracks::ParseTimeline(text, faults);
-    const std::vector<tracks::cTrack> tracks = tracks::Compile(timeline, faults);
-    if (!faults.empty()) {
-        tools::Print(std::cerr, tracks::ToReports(options.mTimeline, faults));
-        return faulty;
-    }
-    if (!tools::ReplaceFiles(tracks::TrackFiles(tracks, options.mOutput), error))
-        return Fail(error);
-    return clean;
+    command->add_option("DIR", options.mFolder, "folder of the track files")->required();
 }
 
-void AddCompile(CLI::App &app, cOptions &options, int &status)
+void AddCommands(CLI::App &app, cOptions &options, int &status)
 {
-    CLI::App *command = app.add_subcommand("compile", "make track files from a text timeline");
-    command->add_option("TIMELINE", options.mTimeline, "the text")->required();
-    command->add_option("-o", options.mOutput, "folder for the track files")->required();
-    command->callback([&options, &status] { status = Compile(options); });
+    CLI::App *compile =
+        Add(app, "compile", "text timeline to track files", tracks::RunCompile, options, status);
+    compile->add_option("TIMELINE", options.mTimeline, "the text")->required();
+    compile->add_option("-o", options.mOutput, "folder for the track files")->required();
+
+    CLI::App *dump = Add(app, "dump", "track files to text", tracks::RunDump, options, status);
+    AddFolder(dump, options);
+    dump->add_option("-o", options.mOutput, "file for the text (default: standard output)");
+
+    CLI::App *sample =
+        Add(app, "sample", "values of one track as CSV", tracks::RunSample, options, status);
+    AddFolder(sample, options);
+    sample->add_option("NAME", options.mTrack, "the track")->required();
+    sample->add_option("FROM", options.mFrom, "first time: rows, bars:beats:rows or 43.6s")
+        ->required();
+    sample->add_option("TO", options.mTo, "last time")->required();
+    sample->add_option("STEP", options.mStep, "time between two values")->required();
+    sample->add_option("-o", options.mOutput, "file for the values (default: standard output)");
+
+    CLI::App *plot =
+        Add(app, "plot", "a page with all tracks, as SVG", tracks::RunPlot, options, status);
+    AddFolder(plot, options);
+    plot->add_option("-o", options.mOutput, "the page")->required();
+    plot->add_option("--track", options.mTrack, "a page for this track alone");
+    plot->add_option("--timeline", options.mTimeline, "text to take sections and names from");
+    plot->add_option("--lyrics", options.mLyrics, "the words, NUMBER TEXT a line");
+    plot->add_option("--music", options.mMusic, "the music (default: DIR/data/waiting.mp3)");
+
+    CLI::App *captions =
+        Add(app, "captions", "the words as WebVTT", tracks::RunCaptions, options, status);
+    AddFolder(captions, options);
+    captions->add_option("--lyrics", options.mLyrics, "the words, NUMBER TEXT a line")->required();
+    captions->add_option("-o", options.mOutput, "the WebVTT file")->required();
+    captions->add_option("--transcript", options.mTranscript, "the words as plain text too");
 }
 } // namespace
 
@@ -51,12 +63,12 @@ int main(int argc, char **argv)
     CLI::App app("The show's tracks: made from a text timeline, read, plotted, captioned.");
     app.require_subcommand(1);
     cOptions options;
-    int status = clean;
-    AddCompile(app, options, status);
+    int status = tracks::kClean;
+    AddCommands(app, options, status);
     try {
         app.parse(argc, argv);
     } catch (const CLI::ParseError &error) {
-        return app.exit(error) == 0 ? clean : misused;
+        return app.exit(error) == 0 ? tracks::kClean : tracks::kMisused;
     }
     return status;
 }

@@ -1,0 +1,85 @@
+#include "tools/tracks/Captions.h"
+
+#include "demo/Show.h"
+
+#include <cmath>
+#include <cstdio>
+#include <set>
+
+namespace tracks
+{
+namespace
+{
+const double stanzaGapSeconds = 2.0; // of silence between two lines: a new stanza
+
+double Seconds(double row) { return row / demo::kRowsPerSecond; }
+
+// "00:01:02.345"
+std::string TimeStamp(double row)
+{
+    const long milliseconds = std::lround(Seconds(row) * 1000.0);
+    char text[48];
+    std::snprintf(text, sizeof text, "%02ld:%02ld:%02ld.%03ld", milliseconds / 3'600'000,
+                  milliseconds / 60'000 % 60, milliseconds / 1000 % 60, milliseconds % 1000);
+    return text;
+}
+
+// WebVTT takes < and & for markup.
+std::string Escape(const std::string &text)
+{
+    std::string escaped;
+    for (char c : text) {
+        if (c == '&')
+            escaped += "&amp;";
+        else if (c == '<')
+            escaped += "&lt;";
+        else if (c == '>')
+            escaped += "&gt;";
+        else
+            escaped += c;
+    }
+    return escaped;
+}
+} // namespace
+
+void CheckWords(const std::string &file, const std::vector<tools::cLyricSpan> &spans,
+                const std::map<int, std::string> &words, tools::tFaults &faults)
+{
+    std::set<int> missing;
+    for (const tools::cLyricSpan &span : spans)
+        if (!words.count(span.mLyric) && missing.insert(span.mLyric).second)
+            faults.push_back({file, "lyric " + std::to_string(span.mLyric),
+                              "expected its words, which the show has on the screen at " +
+                                  TimeStamp(span.mFrom)});
+}
+
+std::string ToWebVtt(const std::vector<tools::cLyricSpan> &spans,
+                     const std::map<int, std::string> &words)
+{
+    std::string text = "WEBVTT\n";
+    int number = 1;
+    for (const tools::cLyricSpan &span : spans) {
+        text.append("\n").append(std::to_string(number++)).append("\n");
+        text += TimeStamp(span.mFrom) + " --> " + TimeStamp(span.mTo) + "\n";
+        text += Escape(words.at(span.mLyric)) + "\n";
+    }
+    return text;
+}
+
+std::string ToTranscript(const std::vector<tools::cLyricSpan> &spans,
+                         const std::map<int, std::string> &words)
+{
+    std::string text;
+    double last = spans.empty() ? 0.0 : spans[0].mFrom;
+    for (const tools::cLyricSpan &span : spans) {
+        const long seconds = long(Seconds(span.mFrom));
+        char time[32];
+        std::snprintf(time, sizeof time, "%ld:%02ld  ", seconds / 60, seconds % 60);
+        if (Seconds(span.mFrom - last) > stanzaGapSeconds)
+            text += "\n";
+        text += time + words.at(span.mLyric) + "\n";
+        last = span.mTo;
+    }
+    return text;
+}
+} // namespace tracks

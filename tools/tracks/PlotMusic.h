@@ -1,0 +1,12 @@
+#pragma once
+
+#include "tools/support/Music.h"
+#include "tools/tracks/PlotLane.h"
+
+namespace tracks
+{
+/// The music over the page's time axis, in a strip from `top`: its waveform above, its loudness
+/// below (short-term as a line, momentary as an area).
+void DrawMusic(cSvg &svg, const tools::cMusicMeasure &music, const cTimeAxis &axis, double top,
+               double height);
+} // namespace tracks
