@@ -1,4 +1,4 @@
-#include "tests/engine/LWO2Builder.h"
+#include "tests/support/LWO2Builder.h"
 
 #include <bit>
 
