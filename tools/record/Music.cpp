@@ -1,0 +1,110 @@
+#include "tools/record/Music.h"
+
+#include "tools/record/ChildProcess.h"
+#include "tools/record/Failure.h"
+
+#include <cerrno>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <filesystem>
+#include <unistd.h>
+
+namespace fs = std::filesystem;
+
+namespace record
+{
+namespace
+{
+const char *const musicPath = "data/waiting.mp3";
+const int64_t samplesPerPacket = 1024;
+const double samplesPerSecond = 44100.0;
+// What the encoder must see beyond a packet before the packet no longer changes.
+const int64_t lookaheadSamples = 16 * samplesPerPacket;
+// Seeking finds the packet that contains a time: well inside it, no rounding finds its neighbour.
+const int64_t insidePacket = 300; // samples
+
+std::string MakeTemporary()
+{
+    std::string name = (fs::temp_directory_path() / "vyr-record-XXXXXX").string();
+    const int file = mkostemp(name.data(), 0);
+    if (file < 0)
+        throw cFailure(name + ": no room for temporary files: " + std::strerror(errno));
+    close(file);
+    return name;
+}
+
+int64_t PacketStart(int64_t sample) { return sample / samplesPerPacket * samplesPerPacket; }
+
+std::string ToSeconds(int64_t samples)
+{
+    char text[32];
+    std::snprintf(text, sizeof text, "%.6f", double(samples) / samplesPerSecond);
+    return text;
+}
+} // namespace
+
+cMusic::cMusic(const cFrameGrid &grid, const cFrameRange &range, const cFrameRange &piece)
+    : mPath(MakeTemporary()), mIsLast(piece.mEnd == range.mEnd)
+{
+    const int64_t first = grid.Sample(range.mFirst);
+    const int64_t count = grid.Sample(range.mEnd) - first;
+    mBegin = grid.Sample(piece.mFirst) - first;
+    mEnd = grid.Sample(piece.mEnd) - first;
+    try {
+        Encode(first, mIsLast ? count : std::min(count, mEnd + lookaheadSamples));
+    } catch (const cFailure &failure) {
+        unlink(mPath.c_str());
+        throw cFailure(std::string(musicPath) + ": " + failure.what());
+    }
+}
+
+cMusic::~cMusic() { unlink(mPath.c_str()); }
+
+void cMusic::Encode(int64_t firstSample, int64_t sampleCount) const
+{
+    const std::string filter =
+        "aresample=44100,atrim=start_sample=" + std::to_string(firstSample) +
+        ":end_sample=" + std::to_string(firstSample + sampleCount) +
+        ",asetpts=PTS-STARTPTS,apad=whole_len=" + std::to_string(sampleCount);
+    RunProgram({"ffmpeg",
+                "-hide_banner",
+                "-nostdin",
+                "-loglevel",
+                "error",
+                "-y",
+                "-i",
+                musicPath,
+                "-map",
+                "0:a:0",
+                "-af",
+                filter,
+                "-ac",
+                "2",
+                "-c:a",
+                "aac",
+                "-b:a",
+                "192k",
+                "-movie_timescale",
+                "44100",
+                "-f",
+                "mp4",
+                mPath});
+}
+
+std::vector<std::string> cMusic::GetInputOptions() const
+{
+    const bool isFirst = mBegin == 0;
+    const int64_t start = PacketStart(mBegin);
+    const int64_t seek = isFirst ? 0 : start + insidePacket;
+    std::vector<std::string> options;
+    if (!isFirst)
+        options = {"-ss", ToSeconds(seek), "-itsoffset", ToSeconds(seek - mBegin)};
+    if (!mIsLast) {
+        options.push_back("-t");
+        options.push_back(ToSeconds(std::max<int64_t>(1, PacketStart(mEnd) - insidePacket - seek)));
+    }
+    options.insert(options.end(), {"-f", "mp4", "-i", mPath});
+    return options;
+}
+} // namespace record

@@ -1,0 +1,37 @@
+#pragma once
+
+#include "tools/record/FrameGrid.h"
+
+#include <string>
+#include <vector>
+
+namespace record
+{
+/// The sound of a recording: the show's music from the range's first frame to its end, as AAC in a
+/// temporary file, and which packets of it belong to a piece.
+///
+/// AAC comes in packets of 1024 samples, which rarely end where a frame does. All pieces of a range
+/// encode the same sound from the range's beginning and take whole packets of it: a packet belongs
+/// to the piece in which it ends. Joined, the pieces have every packet once, and the sound has no
+/// seams. A piece's own sound may end up to 23 ms before its picture.
+class cMusic
+{
+public:
+    /// Encodes the music of the working directory's show as far as `piece`, a part of `range`,
+    /// needs it. Music that ends earlier is followed by silence. Throws cFailure.
+    cMusic(const cFrameGrid &grid, const cFrameRange &range, const cFrameRange &piece);
+    ~cMusic(); ///< removes the temporary file
+    cMusic(const cMusic &) = delete;
+    cMusic &operator=(const cMusic &) = delete;
+
+    /// ffmpeg's options for this sound as an input.
+    std::vector<std::string> GetInputOptions() const;
+
+private:
+    void Encode(int64_t firstSample, int64_t sampleCount) const;
+
+    std::string mPath;
+    int64_t mBegin, mEnd; // of the piece, in samples from the range's first
+    bool mIsLast;         // whether the piece ends with the range
+};
+} // namespace record

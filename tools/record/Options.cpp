@@ -1,0 +1,275 @@
+#include "tools/record/Options.h"
+
+#include "tools/record/Failure.h"
+
+#include <CLI/CLI.hpp>
+
+#include <charconv>
+#include <cmath>
+#include <filesystem>
+#include <iostream>
+
+namespace fs = std::filesystem;
+
+namespace record
+{
+namespace
+{
+const int maximumColumns = 64;
+const double smallestStep = 0.25; // bars between two pictures of a sheet: a beat
+const double barsOfShow = 113.25;
+
+/// The options as they were typed.
+struct cTyped
+{
+    std::string mSize, mRate, mFrom, mTo, mPart, mStill, mEvery, mColumns;
+};
+
+[[noreturn]] void Refuse(const std::string &option, const std::string &text,
+                         const std::string &wanted)
+{
+    throw cUsageError(option + " " + text + ": " + wanted);
+}
+
+template <typename T>
+std::optional<T> ParseNumber(std::string_view text)
+{
+    T value{};
+    const char *end = text.data() + text.size();
+    const auto result = std::from_chars(text.data(), end, value);
+    if (text.empty() || result.ec != std::errc() || result.ptr != end)
+        return std::nullopt;
+    return value;
+}
+
+// Two numbers with one of `separators` between them.
+std::optional<std::pair<int64_t, int64_t>> ParsePair(const std::string &text,
+                                                     const char *separators)
+{
+    const size_t at = text.find_first_of(separators);
+    if (at == std::string::npos)
+        return std::nullopt;
+    const auto first = ParseNumber<int64_t>(std::string_view(text).substr(0, at));
+    const auto second = ParseNumber<int64_t>(std::string_view(text).substr(at + 1));
+    if (!first || !second)
+        return std::nullopt;
+    return std::pair(*first, *second);
+}
+
+cSize ReadSize(const std::string &text)
+{
+    const auto pair = ParsePair(text, "xX");
+    const int64_t limit = 1 << 20; // the driver's own is asked for later
+    if (!pair || pair->first < 1 || pair->second < 1 || pair->first > limit || pair->second > limit)
+        Refuse("--size", text, "a width and a height in pixels, as in 1280x720");
+    return {int(pair->first), int(pair->second)};
+}
+
+cFrameRate ReadRate(const std::string &text)
+{
+    const auto rate = cFrameRate::Parse(text);
+    if (!rate)
+        Refuse("--fps", text, "frames a second, 1 to 1000, whole or a fraction as in 30000/1001");
+    return *rate;
+}
+
+// A row, in millionths.
+int64_t ReadRow(const std::string &option, const std::string &text)
+{
+    const auto row = ParseNumber<double>(text);
+    const std::string end = std::to_string(EndOfShow() / kMicroRows);
+    if (!row || !std::isfinite(*row))
+        Refuse(option, text, "a row of the show, 0 to " + end);
+    const double micro = *row * double(kMicroRows);
+    if (micro < 0.0 || micro > double(EndOfShow()))
+        Refuse(option, text, "the show has the rows 0 to " + end);
+    return std::llround(micro);
+}
+
+int64_t ReadStill(const std::string &text)
+{
+    const int64_t row = ReadRow("--still", text);
+    if (row == EndOfShow())
+        Refuse("--still", text, "the show ends before this row");
+    return row;
+}
+
+void ReadPart(const std::string &text, cOptions &options)
+{
+    const auto pair = ParsePair(text, "/");
+    if (!pair || pair->first < 1 || pair->second < pair->first || pair->second > 1000000)
+        Refuse("--part", text, "the K-th of N pieces, from 1/N to N/N");
+    options.mPart = pair->first;
+    options.mParts = pair->second;
+}
+
+double ReadEvery(const std::string &text)
+{
+    const auto bars = ParseNumber<double>(text);
+    if (!bars || !(*bars >= smallestStep && *bars <= barsOfShow))
+        Refuse("--every", text, "bars between two pictures, 0.25 to 113.25");
+    return *bars;
+}
+
+int ReadColumns(const std::string &text)
+{
+    const auto columns = ParseNumber<int>(text);
+    if (!columns || *columns < 1 || *columns > maximumColumns)
+        Refuse("--columns", text, "pictures side by side, 1 to " + std::to_string(maximumColumns));
+    return *columns;
+}
+
+void ReadTyped(const cTyped &typed, cOptions &options)
+{
+    if (!typed.mSize.empty())
+        options.mSize = ReadSize(typed.mSize);
+    if (!typed.mRate.empty())
+        options.mRate = ReadRate(typed.mRate);
+    if (!typed.mFrom.empty())
+        options.mFrom = ReadRow("--from", typed.mFrom);
+    if (!typed.mTo.empty())
+        options.mTo = ReadRow("--to", typed.mTo);
+    if (!typed.mPart.empty())
+        ReadPart(typed.mPart, options);
+    if (!typed.mStill.empty())
+        options.mStill = ReadStill(typed.mStill);
+    if (!typed.mEvery.empty())
+        options.mEveryBars = ReadEvery(typed.mEvery);
+    if (!typed.mColumns.empty())
+        options.mColumns = ReadColumns(typed.mColumns);
+}
+
+void CheckName(const std::string &path, const char *extension, const char *what)
+{
+    if (fs::path(path).extension() != extension)
+        throw cUsageError("-o " + path + ": " + what + " is written to a " + extension + " file");
+}
+
+void CheckRange(const cOptions &options)
+{
+    if (options.mFrom >= options.mTo)
+        throw cUsageError("--from and --to: no row lies between them");
+    if (options.mIsSheet)
+        return;
+    const cFrameRange range = cFrameGrid(options.mRate).Between(options.mFrom, options.mTo);
+    if (range.Count() == 0)
+        throw cUsageError("--from and --to: no frame lies between them");
+    if (range.Part(options.mPart, options.mParts).Count() == 0)
+        throw cUsageError("--part: so many pieces leave this one without a frame");
+}
+
+void CheckRecording(const cOptions &options)
+{
+    if (options.mOutput.empty() && options.mManifest.empty() && options.mFlashReport.empty())
+        throw cUsageError("nothing to do: name a file with -o or --manifest");
+    if (options.mOutput.empty())
+        return;
+    CheckName(options.mOutput, ".mp4", "a recording");
+    if (options.mSize.mWidth % 2 != 0 || options.mSize.mHeight % 2 != 0)
+        throw cUsageError("--size: the width and height of a video are even numbers");
+}
+
+void CheckPicture(const cOptions &options)
+{
+    if (options.mOutput.empty())
+        throw cUsageError("name the picture's file with -o");
+    CheckName(options.mOutput, ".png", "a picture");
+}
+
+void CheckDistinct(const cOptions &options)
+{
+    const auto clash = [](const std::string &a, const std::string &b) {
+        return !a.empty() && a == b;
+    };
+    if (clash(options.mOutput, options.mManifest) || clash(options.mOutput, options.mFlashReport) ||
+        clash(options.mManifest, options.mFlashReport))
+        throw cUsageError("one file is named for two results");
+}
+
+void MakeAbsolute(std::string &path)
+{
+    if (!path.empty())
+        path = fs::absolute(path).lexically_normal().string();
+}
+
+void Check(cOptions &options)
+{
+    CheckRange(options);
+    if (options.mStill || options.mIsSheet)
+        CheckPicture(options);
+    else
+        CheckRecording(options);
+    MakeAbsolute(options.mOutput);
+    MakeAbsolute(options.mManifest);
+    MakeAbsolute(options.mFlashReport);
+    CheckDistinct(options);
+}
+
+// `option` makes no sense together with `others`.
+void Exclude(CLI::App &app, const char *option, std::initializer_list<const char *> others)
+{
+    for (const char *other : others)
+        app.get_option(option)->excludes(app.get_option(other));
+}
+
+void AddOptions(CLI::App &app, cOptions &options, cTyped &typed)
+{
+    app.add_option("-o,--output", options.mOutput, "the MP4 or PNG file to make")
+        ->type_name("FILE");
+    app.add_option("--show", options.mShow,
+                   "the show's folder [the one this program stands in, else the current one]")
+        ->type_name("DIR");
+    app.add_option("--size", typed.mSize, "of the picture in pixels [1280x720]")->type_name("WxH");
+    app.add_option("--fps", typed.mRate, "frames a second, whole or as 30000/1001 [60]")
+        ->type_name("RATE");
+    app.add_option("--from", typed.mFrom, "begin with the first frame at or after ROW [0]")
+        ->type_name("ROW");
+    app.add_option("--to", typed.mTo, "end before ROW [3624]")->type_name("ROW");
+    app.add_option("--part", typed.mPart, "only the K-th of N equal pieces")->type_name("K/N");
+    app.add_option("--manifest", options.mManifest, "write a line a frame: frame, row, hash")
+        ->type_name("FILE");
+    app.add_option("--still", typed.mStill, "make one picture, of ROW")->type_name("ROW");
+    app.add_flag("--sheet", options.mIsSheet, "make one picture of the whole show, labelled");
+    app.add_option("--every", typed.mEvery, "bars from one picture of the sheet to the next [4]")
+        ->type_name("BARS");
+    app.add_option("--columns", typed.mColumns, "pictures of the sheet side by side [6]")
+        ->type_name("N");
+    app.set_version_flag("--version", "vyr-record " VYR_VERSION);
+}
+
+void SetExclusions(CLI::App &app)
+{
+    Exclude(app, "--still", {"--sheet", "--from", "--to", "--part", "--manifest"});
+    Exclude(app, "--sheet", {"--part", "--manifest"});
+    app.get_option("--every")->needs(app.get_option("--sheet"));
+    app.get_option("--columns")->needs(app.get_option("--sheet"));
+}
+
+const char *const footer =
+    "The show is drawn without a window, frame by frame: frame n is what the show shows at second\n"
+    "n / RATE of its music. The file named by -o is replaced, when the new one is complete.\n"
+    "Exit status: 0 done, 1 failed, 2 misused, "
+    "130 interrupted.";
+} // namespace
+
+std::optional<cOptions> ReadCommandLine(int argc, char **argv)
+{
+    CLI::App app("Records the show, as a video, a picture or a contact sheet.", "vyr-record");
+    app.footer(footer);
+    cOptions options;
+    cTyped typed;
+    AddOptions(app, options, typed);
+    SetExclusions(app);
+    try {
+        app.parse(argc, argv);
+    } catch (const CLI::Success &success) {
+        app.exit(success, std::cout, std::cerr);
+        return std::nullopt;
+    } catch (const CLI::ParseError &error) {
+        throw cUsageError(error.what());
+    }
+    ReadTyped(typed, options);
+    Check(options);
+    return options;
+}
+} // namespace record

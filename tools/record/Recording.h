@@ -1,0 +1,23 @@
+#pragma once
+
+#include "tools/record/Options.h"
+
+namespace record
+{
+/// How a recording ended; also the exit status of the program.
+enum eOutcome : int
+{
+    DONE = 0,
+    FAILED = 1,
+    MISUSED = 2,
+    FLASHES = 3,
+    INTERRUPTED = 130
+};
+
+/// Draws the frames that `options` choose into a video, a manifest and a flash report, whichever
+/// were asked for. The working directory is the show's. Throws cFailure.
+eOutcome Record(const cOptions &options);
+
+/// Draws one picture, of row `options.mStill`.
+eOutcome RecordStill(const cOptions &options);
+} // namespace record

@@ -1,0 +1,41 @@
+#include "tools/record/Failure.h"
+#include "tools/record/Interrupt.h"
+#include "tools/record/Recording.h"
+#include "tools/record/Sheet.h"
+#include "tools/record/ShowFiles.h"
+#include "tools/support/Faults.h"
+
+#include <filesystem>
+#include <iostream>
+
+namespace
+{
+int Run(int argc, char **argv)
+{
+    const auto options = record::ReadCommandLine(argc, argv);
+    if (!options)
+        return record::DONE;
+    record::WatchForInterrupt();
+    std::filesystem::current_path(record::FindShow(options->mShow));
+    if (options->mIsSheet)
+        return record::RecordSheet(*options);
+    return options->mStill ? record::RecordStill(*options) : record::Record(*options);
+}
+
+int Fail(const std::exception &error, record::eOutcome outcome)
+{
+    std::cerr << "vyr-record: " << tools::OnOneLine(error.what()) << '\n';
+    return outcome;
+}
+} // namespace
+
+int main(int argc, char **argv)
+{
+    try {
+        return Run(argc, argv);
+    } catch (const record::cUsageError &error) {
+        return Fail(error, record::MISUSED);
+    } catch (const std::exception &error) {
+        return Fail(error, record::FAILED);
+    }
+}
