@@ -110,7 +110,8 @@ std::vector<std::string> cTrackFolder::Names() const
 {
     std::vector<std::string> names;
     std::error_code failure;
-    for (fs::directory_iterator i(mFolder, failure), end; !failure && i != end;
+    const fs::path folder = mFolder.empty() ? "." : mFolder;
+    for (fs::directory_iterator i(folder, failure), end; !failure && i != end;
          i.increment(failure)) {
         const std::string file = i->path().filename().string();
         if (IsTrackFile(*i))

@@ -1,0 +1,35 @@
+#include "tools/check/Stage.h"
+
+#include "engine/Singleton.h"
+#include "platform/Window.h"
+
+#include <cstdlib>
+
+namespace check
+{
+namespace
+{
+const int size = 64; // nothing is looked at
+}
+
+cStage::cStage()
+{
+    // Mesa keeps compiled shaders between runs, and of a kept one it has no log to show.
+    setenv("MESA_SHADER_CACHE_DISABLE", "true", 1);
+    platform::UseWindowSystem(platform::OffscreenWindowSystem());
+    vyr::tSingleton<vyr::cRenderer>::CreateSingleton();
+    vyr::tSingleton<vyr::cTextureManager>::CreateSingleton();
+    mIsOpen = Renderer().Init(size, size, false);
+}
+
+cStage::~cStage()
+{
+    vyr::tSingleton<vyr::cTextureManager>::DestroySingleton();
+    Renderer().Shutdown();
+    vyr::tSingleton<vyr::cRenderer>::DestroySingleton();
+}
+
+vyr::cRenderer &Renderer() { return vyr::tSingleton<vyr::cRenderer>::GetSingleton(); }
+
+vyr::cTextureManager &Textures() { return vyr::tSingleton<vyr::cTextureManager>::GetSingleton(); }
+} // namespace check

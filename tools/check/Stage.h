@@ -1,0 +1,25 @@
+#pragma once
+
+#include "engine/Renderer.h"
+#include "engine/TextureManager.h"
+
+namespace check
+{
+/// The engine with a context that needs no display, as long as this lives.
+class cStage
+{
+public:
+    cStage();
+    ~cStage();
+    cStage(const cStage &) = delete;
+    cStage &operator=(const cStage &) = delete;
+
+    bool IsOpen() const { return mIsOpen; } ///< false where there is no OpenGL to be had
+
+private:
+    bool mIsOpen;
+};
+
+vyr::cRenderer &Renderer();
+vyr::cTextureManager &Textures();
+} // namespace check

@@ -1,0 +1,46 @@
+#include "tools/check/Check.h"
+
+#include <CLI/CLI.hpp>
+
+#include <filesystem>
+#include <iostream>
+
+namespace
+{
+const int clean = 0, faulty = 1, misused = 2; // exit statuses
+
+std::string Counted(size_t count, const char *what)
+{
+    return std::to_string(count) + " " + what + (count == 1 ? "" : "s");
+}
+
+int CheckFolder(const std::string &folder)
+{
+    std::error_code failure;
+    std::filesystem::current_path(folder, failure);
+    if (failure) {
+        std::cerr << tools::OnOneLine(folder) << ": " << failure.message() << '\n';
+        return misused;
+    }
+    const check::cFindings findings = check::CheckShow();
+    for (const tools::cFault &warning : findings.mWarnings)
+        std::cout << "warning: " << warning.ToLine() << '\n';
+    tools::Print(std::cout, findings.mFaults);
+    std::cout << Counted(findings.mFaults.size(), "fault") << ", "
+              << Counted(findings.mWarnings.size(), "warning") << '\n';
+    return findings.mFaults.empty() ? clean : faulty;
+}
+} // namespace
+
+int main(int argc, char **argv)
+{
+    CLI::App app("Checks a show's folder before it plays: every fault on a line of its own.");
+    std::string folder = ".";
+    app.add_option("DIR", folder, "the show's folder (default: this one)");
+    try {
+        app.parse(argc, argv);
+    } catch (const CLI::ParseError &error) {
+        return app.exit(error) == 0 ? clean : misused;
+    }
+    return CheckFolder(folder);
+}
