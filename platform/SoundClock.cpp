@@ -20,7 +20,7 @@ const double lockSeconds = 1.0;
 // Pauses of the device's thread beat against its blocks, with periods from one second to ten: the
 // window spans more than one, or the beat would be taken for a drift.
 const double windowSeconds = 12.0;
-const double earliestPart = 0.05; // of the window's readings, this part may be wrongly early
+const double earliestPart = 0.02; // of the window's readings, this part may be wrongly early
 
 // A critically damped loop: an error of the position fades in this time, one of the rate in twice.
 const double settleSeconds = 6.0, steerEverySeconds = 0.05;

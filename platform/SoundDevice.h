@@ -26,10 +26,10 @@ public:
     virtual bool HasRoom() = 0; ///< for one more block
 
     /// Adds a block of at most `blockFrames` frames (two values each). The first one starts the
-    /// sound; one that comes after the queue ran dry continues it.
-    virtual void Queue(std::span<const int16_t> samples) = 0;
+    /// sound; one that comes after the queue ran dry continues it. False: the device does not play,
+    /// and never will again.
+    virtual bool Queue(std::span<const int16_t> samples) = 0;
 
-    /// `rate`, the frames a second, is the one that the voice was made with.
     virtual SoundProgress GetProgress() = 0;
 };
 

@@ -146,6 +146,8 @@ int SoundOpenALVoice::GetInteger(int parameter) const
     return value;
 }
 
+bool SoundOpenALVoice::IsPlaying() const { return GetInteger(AL_SOURCE_STATE) == AL_PLAYING; }
+
 bool SoundOpenALVoice::HasRoom()
 {
     DropHeard(GetInteger(AL_BUFFERS_PROCESSED));
@@ -164,37 +166,40 @@ void SoundOpenALVoice::DropHeard(int count)
     }
 }
 
-void SoundOpenALVoice::Queue(std::span<const int16_t> samples)
+bool SoundOpenALVoice::Queue(std::span<const int16_t> samples)
 {
     ALuint buffer = mFree[--mFreeCount];
     alBufferData(buffer, AL_FORMAT_STEREO16, samples.data(), ALsizei(samples.size_bytes()), mRate);
     alSourceQueueBuffers(mSource, 1, &buffer);
-    mQueuedFrames += double(samples.size() / 2);
-    if (GetInteger(AL_SOURCE_STATE) == AL_PLAYING)
-        return;
-    // This is the first block, or the queue ran dry before it. A stopped source counts all of its
-    // queue as heard; this block was not.
-    DropHeard(GetInteger(AL_BUFFERS_QUEUED) - 1);
-    alSourcePlay(mSource);
-    mIsPlaced = false;
+    mProgress.limitFrames += double(samples.size() / 2);
+    return IsPlaying() || Start();
 }
 
-// Asked again and again: where the device mixes at another rate, its steps are rounded, and the
-// stream runs some millionths too fast or too slow.
-SoundProgress SoundOpenALVoice::GetProgress()
+// This is the first block, or the queue ran dry before it. A stopped source counts all of its queue
+// as heard; this block was not.
+bool SoundOpenALVoice::Start()
+{
+    DropHeard(GetInteger(AL_BUFFERS_QUEUED) - 1);
+    mProgress.startSeconds = ReadPlace().clockSeconds - mDroppedFrames / mRate;
+    alSourcePlay(mSource);
+    return IsPlaying();
+}
+
+SoundOpenALVoice::Place SoundOpenALVoice::ReadPlace() const
 {
     ALint64SOFT offsetAndClock[2] = {};
     alGetSourcei64vSOFT(mSource, AL_SAMPLE_OFFSET_CLOCK_SOFT, offsetAndClock);
-    const double clock = double(offsetAndClock[1]) * nanosecond;
-    const double offset = double(offsetAndClock[0]) / 4294967296.0; // 32 bits of fraction
-    if (offset > 0)
-        mProgress.startSeconds = clock - (mDroppedFrames + offset) / mRate;
-    else if (GetInteger(AL_SOURCE_STATE) == AL_PLAYING)
-        return mProgress; // before its first step
-    else if (!mIsPlaced)  // so short that it has ended already
-        mProgress.startSeconds = clock - mQueuedFrames / mRate;
-    mIsPlaced = true;
-    mProgress.limitFrames = mQueuedFrames;
+    return {double(offsetAndClock[0]) / 4294967296.0, // 32 bits of fraction
+            double(offsetAndClock[1]) * nanosecond};
+}
+
+// Reads the place again and again: where the device mixes at another rate its steps are rounded,
+// and the stream runs some millionths too fast or too slow.
+SoundProgress SoundOpenALVoice::GetProgress()
+{
+    const Place place = ReadPlace();
+    if (place.offsetFrames > 0) // not before its first step, not after its last
+        mProgress.startSeconds = place.clockSeconds - (mDroppedFrames + place.offsetFrames) / mRate;
     return mProgress;
 }
 } // namespace platform

@@ -40,12 +40,19 @@ public:
     bool IsMade() const { return mSource != 0; } ///< false: the device had no source for it
 
     bool HasRoom() override;
-    void Queue(std::span<const int16_t> samples) override;
+    bool Queue(std::span<const int16_t> samples) override;
     SoundProgress GetProgress() override;
 
 private:
+    struct Place
+    {
+        double offsetFrames, clockSeconds; // into the queue; of the mixer. Both at one moment
+    };
     void ChooseResampler();
     void DropHeard(int count);
+    bool Start();
+    bool IsPlaying() const;
+    Place ReadPlace() const;
     int GetInteger(int parameter) const;
 
     int mRate;
@@ -54,8 +61,6 @@ private:
     std::array<unsigned int, blockCount> mFree = {}; // those of the buffers that are not queued
     size_t mFreeCount = 0;
     double mDroppedFrames = 0; // frames of the stream before the first one in the queue
-    double mQueuedFrames = 0;
-    bool mIsPlaced = false; // since the last start the device has told where it is
     SoundProgress mProgress;
 };
 } // namespace platform

@@ -1,7 +1,5 @@
 #include "platform/SoundOutput.h"
 
-#include "platform/SoundSilence.h"
-
 #include <chrono>
 #include <cstdio>
 #include <utility>
@@ -24,7 +22,7 @@ SoundOutput::SoundOutput(std::unique_ptr<SoundDevice> device)
     : mDevice(std::move(device)), mIsSilent(!mDevice)
 {
     if (mDevice)
-        mWatcher = std::jthread([this](std::stop_token stop) { Watch(std::move(stop)); });
+        mWatcher = std::jthread([this](const std::stop_token &stop) { Watch(stop); });
     else
         SayOnce("No sound device: the show plays silently.");
 }
@@ -39,25 +37,14 @@ double SoundOutput::GetHeardSeconds()
     return mIsSilent ? mSilentSeconds + running : mLine.At(now);
 }
 
-bool SoundOutput::IsSilent()
+std::unique_ptr<SoundVoice> SoundOutput::CreateVoice(int rate)
 {
-    const std::lock_guard lock(mMutex);
-    return mIsSilent;
-}
-
-std::unique_ptr<SoundVoice> SoundOutput::CreateVoice(int rate, const SoundProgress &progress)
-{
-    std::unique_ptr<SoundVoice> voice;
-    if (!IsSilent())
-        voice = mDevice->CreateVoice(rate);
-    if (!voice)
-        voice = std::make_unique<SoundSilence>(*this, rate, progress);
-    return voice;
+    return mDevice ? mDevice->CreateVoice(rate) : nullptr;
 }
 
 // Where the device and this thread were kept waiting, the reading is younger than `heard` says: the
 // clock counts on readings that come late, and on none that come early.
-void SoundOutput::Watch(std::stop_token stop)
+void SoundOutput::Watch(const std::stop_token &stop)
 {
     SoundClock clock(mDevice->GetBlockSeconds());
     while (!stop.stop_requested() && mDevice->IsConnected()) {

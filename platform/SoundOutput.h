@@ -26,14 +26,11 @@ public:
     /// microseconds (whoever shows it keeps the largest). Any thread; as cheap as reading a clock.
     double GetHeardSeconds();
 
-    bool IsSilent(); ///< any thread. Once it is, it stays so
-
-    /// A voice on the device, or a silent one. `progress` is how far the stream has come: nothing,
-    /// or what an earlier voice had reached, where silence takes over from the device.
-    std::unique_ptr<SoundVoice> CreateVoice(int rate, const SoundProgress &progress);
+    /// A voice on the device; null in silence, and when the device has none. By the voice's thread.
+    std::unique_ptr<SoundVoice> CreateVoice(int rate);
 
 private:
-    void Watch(std::stop_token stop);
+    void Watch(const std::stop_token &stop);
     void FallSilent();
 
     std::unique_ptr<SoundDevice> mDevice;

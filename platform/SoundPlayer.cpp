@@ -1,8 +1,9 @@
 #include "platform/SoundPlayer.h"
 
+#include "platform/SoundSilence.h"
+
 #include <algorithm>
 #include <chrono>
-#include <utility>
 
 namespace platform
 {
@@ -16,7 +17,7 @@ SoundPlayer::SoundPlayer(SoundOutput &output, SoundDecoder &decoder)
     : mOutput(output), mDecoder(decoder), mRate(decoder.GetRate()),
       mBlock(2 * SoundVoice::blockFrames)
 {
-    mThread = std::jthread([this](std::stop_token stop) { Run(std::move(stop)); });
+    mThread = std::jthread([this](const std::stop_token &stop) { Run(stop); });
 }
 
 SoundPlayer::~SoundPlayer() = default; // the thread is stopped and joined
@@ -34,40 +35,40 @@ double SoundPlayer::GetHeardFrames()
     return std::clamp((heard - mProgress.startSeconds) * mRate, 0.0, mProgress.limitFrames);
 }
 
-void SoundPlayer::Run(std::stop_token stop)
+// The voice lives and dies in its own thread.
+void SoundPlayer::Run(const std::stop_token &stop)
 {
-    bool isSilent = mOutput.IsSilent();
-    auto voice = mOutput.CreateVoice(mRate, GetStart(0));
+    mVoice = mOutput.CreateVoice(mRate);
+    if (!mVoice)
+        mVoice = CreateSilence();
     while (!stop.stop_requested()) {
-        if (!isSilent && mOutput.IsSilent()) {
-            isSilent = true;
-            voice = mOutput.CreateVoice(mRate, GetStart(mQueuedFrames));
-        }
-        Fill(*voice, stop);
-        Publish(voice->GetProgress());
+        Fill(stop);
+        Publish(mVoice->GetProgress());
         std::this_thread::sleep_for(fillPause);
     }
+    mVoice.reset();
 }
 
-// The progress of a stream that has been heard as far as it has now, for a voice that takes over.
-SoundProgress SoundPlayer::GetStart(double queuedFrames)
+void SoundPlayer::Fill(const std::stop_token &stop)
 {
-    return {mOutput.GetHeardSeconds() - GetHeardFrames() / mRate, queuedFrames};
+    while (!mHasEnded && !stop.stop_requested() && mVoice->HasRoom())
+        QueueBlock();
 }
 
-void SoundPlayer::Fill(SoundVoice &voice, const std::stop_token &stop)
-{
-    while (!mHasEnded && !stop.stop_requested() && voice.HasRoom())
-        mHasEnded = !QueueBlock(voice);
-}
-
-bool SoundPlayer::QueueBlock(SoundVoice &voice)
+void SoundPlayer::QueueBlock()
 {
     const size_t frames = mDecoder.Read(mBlock.data(), SoundVoice::blockFrames);
-    if (frames > 0)
-        voice.Queue(std::span(mBlock).first(2 * frames));
     mQueuedFrames += double(frames);
-    return frames == SoundVoice::blockFrames;
+    mHasEnded = frames < SoundVoice::blockFrames;
+    if (frames > 0 && !mVoice->Queue(std::span(mBlock).first(2 * frames)))
+        mVoice = CreateSilence();
+}
+
+// Takes over from what has been heard by now, with all that was queued already.
+std::unique_ptr<SoundVoice> SoundPlayer::CreateSilence()
+{
+    const double start = mOutput.GetHeardSeconds() - GetHeardFrames() / mRate;
+    return std::make_unique<SoundSilence>(mOutput, mRate, SoundProgress{start, mQueuedFrames});
 }
 
 void SoundPlayer::Publish(const SoundProgress &progress)

@@ -3,6 +3,7 @@
 #include "platform/SoundDecoder.h"
 #include "platform/SoundOutput.h"
 
+#include <memory>
 #include <mutex>
 #include <thread>
 #include <vector>
@@ -26,11 +27,11 @@ public:
     int GetRate() const { return mRate; }
 
 private:
-    void Run(std::stop_token stop);
-    void Fill(SoundVoice &voice, const std::stop_token &stop);
-    bool QueueBlock(SoundVoice &voice);
+    void Run(const std::stop_token &stop);
+    void Fill(const std::stop_token &stop);
+    void QueueBlock();
+    std::unique_ptr<SoundVoice> CreateSilence();
     void Publish(const SoundProgress &progress);
-    SoundProgress GetStart(double queuedFrames);
     double GetHeardFrames();
 
     SoundOutput &mOutput;
@@ -38,7 +39,8 @@ private:
     const int mRate;
     double mReachedFrames = 0; // of whoever asks
 
-    std::vector<int16_t> mBlock; // these are the thread's
+    std::unique_ptr<SoundVoice> mVoice; // this and what follows are the thread's
+    std::vector<int16_t> mBlock;
     double mQueuedFrames = 0;
     bool mHasEnded = false;
 

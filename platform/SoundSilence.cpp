@@ -16,11 +16,12 @@ bool SoundSilence::HasRoom()
     return mProgress.limitFrames - heardFrames < double(blockFrames * (blockCount - 1));
 }
 
-void SoundSilence::Queue(std::span<const int16_t> samples)
+bool SoundSilence::Queue(std::span<const int16_t> samples)
 {
     // What comes too late is heard from now on, not from when it was due.
     const double earliestStart = mOutput.GetHeardSeconds() - mProgress.limitFrames / mRate;
     mProgress.startSeconds = std::max(mProgress.startSeconds, earliestStart);
     mProgress.limitFrames += double(samples.size() / 2);
+    return true;
 }
 } // namespace platform

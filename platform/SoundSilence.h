@@ -15,7 +15,7 @@ public:
     SoundSilence(SoundOutput &output, int rate, const SoundProgress &progress);
 
     bool HasRoom() override;
-    void Queue(std::span<const int16_t> samples) override;
+    bool Queue(std::span<const int16_t> samples) override;
     SoundProgress GetProgress() override { return mProgress; }
 
 private:
