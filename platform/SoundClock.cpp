@@ -36,7 +36,7 @@ void SoundClock::Observe(double now, double heard)
 {
     if (mIsAnchored && heard == mLastHeard)
         return; // between two blocks
-    mLine.floor = mIsAnchored ? At(now) : heard;
+    mLine.floor = At(now);
     if (!mIsAnchored || std::abs(GetEarliness({now, heard})) > stallSeconds)
         Anchor(now, heard);
     else

@@ -37,7 +37,7 @@ public:
     /// Readings come in order of `now`; many of them between two steps cost nothing.
     void Observe(double now, double heard);
 
-    /// Sound seconds at `now`; 0 before the first reading. `GetLine` gives the same answers.
+    /// Sound seconds at `now`, 0 and more. `GetLine` gives the same answers.
     double At(double now) const { return mLine.At(now); }
     const SoundLine &GetLine() const { return mLine; }
 

@@ -11,6 +11,7 @@ namespace platform
 namespace
 {
 const size_t frameBytes = 2 * sizeof(int16_t);
+const int64_t damageBytes = 1 << 20; // after a minute's worth of nothing it is no music any more
 
 void StartLibrary()
 {
@@ -66,6 +67,7 @@ FMOD_RESULT SoundDecoder::OpenFile(const char *path)
     if (mpg123_open(mHandle, path) != MPG123_OK)
         return FMOD_ERR_FILE_BAD;
     mRate = FindRate();
+    mGoodPlace = mpg123_tell_stream(mHandle);
     return mRate > 0 ? FMOD_OK : FMOD_ERR_FORMAT;
 }
 
@@ -90,33 +92,30 @@ size_t SoundDecoder::Read(int16_t *frames, size_t count)
     return done;
 }
 
-// Damage can look like the head of a frame of another rate. What is decoded from there until the
-// rate is right again is noise, at the wrong speed, and is left out.
+// The library gives up after a kilobyte without a frame, and goes on from there when asked again.
+// Damage can also look like the head of a frame of another rate: what is decoded from there until
+// the rate is right again is noise, at the wrong speed, and is left out.
 size_t SoundDecoder::ReadSome(int16_t *frames, size_t count)
 {
     size_t bytes = 0;
+    const int64_t before = mpg123_tell_stream(mHandle);
     const int result = mpg123_read(mHandle, frames, count * frameBytes, &bytes);
+    const int64_t place = mpg123_tell_stream(mHandle);
     const size_t done = mIsForeign ? 0 : bytes / frameBytes;
+    if (done > 0)
+        mGoodPlace = place;
     if (result == MPG123_NEW_FORMAT)
         mIsForeign = FindRate() != mRate;
-    else if (result != MPG123_OK)
-        mHasEnded = result == MPG123_DONE || !IsPastDamage();
+    const bool isStuck = result != MPG123_NEW_FORMAT && bytes == 0 && place == before;
+    mHasEnded = result == MPG123_DONE || isStuck || place - mGoodPlace > damageBytes;
     return done;
-}
-
-// The library gives up after a kilobyte without a frame, and goes on from there when asked again.
-bool SoundDecoder::IsPastDamage()
-{
-    const int64_t place = mpg123_tell_stream(mHandle);
-    const bool hasMoved = place > mDamagePlace;
-    mDamagePlace = place;
-    return hasMoved;
 }
 
 bool SoundDecoder::Rewind()
 {
     mIsForeign = mHasEnded = false;
-    mDamagePlace = 0;
-    return mpg123_seek(mHandle, 0, SEEK_SET) == 0;
+    const bool isThere = mpg123_seek(mHandle, 0, SEEK_SET) == 0;
+    mGoodPlace = mpg123_tell_stream(mHandle);
+    return isThere;
 }
 } // namespace platform

@@ -26,7 +26,7 @@ public:
     int GetRate() const { return mRate; } ///< frames per second
 
     /// Decodes up to `count` frames into `frames` (two values each) and says how many there were.
-    /// Damaged places are skipped. 0: the end, or nothing more can be decoded.
+    /// Damaged places are skipped, if they are shorter than a megabyte. 0: the end.
     size_t Read(int16_t *frames, size_t count);
 
     /// Back to the first frame; false where the file does not allow it.
@@ -37,12 +37,11 @@ private:
     FMOD_RESULT OpenFile(const char *path);
     int FindRate();
     size_t ReadSome(int16_t *frames, size_t count);
-    bool IsPastDamage();
 
     mpg123_handle_struct *mHandle = nullptr;
     int mRate = 0;
     bool mIsForeign = false; // what comes now is not the music: see ReadSome
     bool mHasEnded = false;
-    int64_t mDamagePlace = 0; // bytes into the file
+    int64_t mGoodPlace = 0; // bytes into the file: the last music came from there
 };
 } // namespace platform

@@ -23,7 +23,8 @@ public:
 
     virtual ~SoundVoice() = default;
 
-    virtual bool HasRoom() = 0; ///< for one more block
+    /// For one more block. A device that is gone takes everything, and `Queue` tells.
+    virtual bool HasRoom() = 0;
 
     /// Adds a block of at most `blockFrames` frames (two values each). The first one starts the
     /// sound; one that comes after the queue ran dry continues it. False: the device does not play,

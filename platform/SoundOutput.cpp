@@ -10,12 +10,6 @@ namespace
 {
 // Several readings in one block of the device: a step is seen this late at most.
 const auto watchPause = std::chrono::milliseconds(4);
-
-void SayOnce(const char *line)
-{
-    static std::once_flag once;
-    std::call_once(once, [line] { std::fprintf(stderr, "%s\n", line); });
-}
 } // namespace
 
 SoundOutput::SoundOutput(std::unique_ptr<SoundDevice> device)
@@ -24,7 +18,7 @@ SoundOutput::SoundOutput(std::unique_ptr<SoundDevice> device)
     if (mDevice)
         mWatcher = std::jthread([this](const std::stop_token &stop) { Watch(stop); });
     else
-        SayOnce("No sound device: the show plays silently.");
+        std::fputs("No sound device: the show plays silently.\n", stderr);
 }
 
 SoundOutput::~SoundOutput() = default; // the watcher is stopped and joined
@@ -68,6 +62,6 @@ void SoundOutput::FallSilent()
         mSilentSeconds = mLine.At(now) - mRunningTime.At(now);
         mIsSilent = true;
     }
-    SayOnce("The sound device is gone: the show plays on silently.");
+    std::fputs("The sound device is gone: the show plays on silently.\n", stderr);
 }
 } // namespace platform

@@ -44,6 +44,7 @@ void SoundPlayer::Run(const std::stop_token &stop)
     while (!stop.stop_requested()) {
         Fill(stop);
         Publish(mVoice->GetProgress());
+        mOutput.GetHeardSeconds(); // a silent output wants to be asked, however slow the show is
         std::this_thread::sleep_for(fillPause);
     }
     mVoice.reset();

@@ -1,0 +1,288 @@
+#include "platform/SoundPlayer.h"
+
+#include "platform/SoundSilence.h"
+#include "tests/platform/SoundTestSupport.h"
+#include "tests/support/TestFiles.h"
+
+#include <gtest/gtest.h>
+
+#include <atomic>
+#include <cmath>
+#include <filesystem>
+
+using platform::SoundDecoder;
+using platform::SoundDevice;
+using platform::SoundOutput;
+using platform::SoundPlayer;
+using platform::SoundProgress;
+using platform::SoundSilence;
+using platform::SoundVoice;
+using platform::SteadySeconds;
+
+namespace
+{
+/// What a test does to the device, from outside.
+struct cSwitches
+{
+    std::atomic<bool> isConnected = true, isStalled = false;
+    std::atomic<bool> hasVoice = true;
+    std::atomic<double> heardSeconds = 0; // as the device last said
+};
+
+/// A device of 20 ms blocks without latency.
+class cFakeDevice : public SoundDevice
+{
+public:
+    explicit cFakeDevice(cSwitches &switches) : mSwitches(switches) {}
+
+    double GetBlockSeconds() const override { return 0.02; }
+
+    double ReadHeardSeconds() override
+    {
+        const double now = SteadySeconds();
+        if (!mSwitches.isStalled && mSwitches.isConnected)
+            mRun += now - mLast;
+        mLast = now;
+        mSwitches.heardSeconds = std::floor(mRun / 0.02) * 0.02;
+        return mSwitches.heardSeconds;
+    }
+
+    bool IsConnected() override { return mSwitches.isConnected; }
+    std::unique_ptr<SoundVoice> CreateVoice(int rate) override;
+
+private:
+    cSwitches &mSwitches;
+    double mRun = 0, mLast = SteadySeconds();
+};
+
+class cFakeVoice : public SoundVoice
+{
+public:
+    cFakeVoice(cSwitches &switches, int rate) : mSwitches(switches), mRate(rate) {}
+
+    bool HasRoom() override
+    {
+        const double heard = (mSwitches.heardSeconds - mProgress.startSeconds) * mRate;
+        return !mSwitches.isConnected ||
+               mProgress.limitFrames - heard < double((blockCount - 1) * blockFrames);
+    }
+
+    bool Queue(std::span<const int16_t> samples) override
+    {
+        if (mProgress.limitFrames == 0)
+            mProgress.startSeconds = mSwitches.heardSeconds;
+        mProgress.limitFrames += double(samples.size() / 2);
+        return mSwitches.isConnected;
+    }
+
+    SoundProgress GetProgress() override { return mProgress; }
+
+private:
+    cSwitches &mSwitches;
+    double mRate;
+    SoundProgress mProgress;
+};
+
+std::unique_ptr<SoundVoice> cFakeDevice::CreateVoice(int rate)
+{
+    return mSwitches.hasVoice ? std::make_unique<cFakeVoice>(mSwitches, rate) : nullptr;
+}
+
+std::unique_ptr<SoundDecoder> OpenSound(const std::string &path)
+{
+    std::unique_ptr<SoundDecoder> decoder;
+    EXPECT_EQ(SoundDecoder::Open(path.c_str(), decoder), FMOD_OK);
+    return decoder;
+}
+
+std::unique_ptr<SoundDecoder> OpenLongSound(int count = 10)
+{
+    test::WriteFile("long.mp3", test::LongSweep(count));
+    return OpenSound("long.mp3");
+}
+
+double GetSeconds(SoundPlayer &player) { return player.GetFrames() / player.GetRate(); }
+
+// Asks all the time, as the show does: the position after `seconds`. It never goes back.
+double Watch(SoundPlayer &player, double seconds)
+{
+    double last = GetSeconds(player);
+    for (const double end = SteadySeconds() + seconds; SteadySeconds() < end;) {
+        const double now = GetSeconds(player);
+        EXPECT_GE(now, last);
+        last = now;
+        test::Wait(0.002);
+    }
+    return last;
+}
+
+// A busy machine keeps a test waiting; the show would see a stutter, and so does the test.
+const double patience = 0.1;
+} // namespace
+
+TEST(SoundOutput, SilenceRunsAtTheTrueRate)
+{
+    SoundOutput output(nullptr);
+    const double before = SteadySeconds(), heardBefore = output.GetHeardSeconds();
+    while (SteadySeconds() < before + 0.5)
+        output.GetHeardSeconds();
+    EXPECT_NEAR(output.GetHeardSeconds() - heardBefore, SteadySeconds() - before, 0.002);
+}
+
+TEST(SoundOutput, SilenceIsToldInOneLine)
+{
+    EXPECT_TRUE(test::RunAlone("none", [] {
+        testing::internal::CaptureStderr();
+        const SoundOutput output(platform::OpenSoundDevice());
+        EXPECT_EQ(testing::internal::GetCapturedStderr(),
+                  "No sound device: the show plays silently.\n");
+    }));
+}
+
+TEST(SoundOutput, ADeviceIsNotTalkedAbout)
+{
+    EXPECT_TRUE(test::RunAlone("null", [] {
+        testing::internal::CaptureStderr();
+        {
+            const SoundOutput output(platform::OpenSoundDevice());
+        }
+        EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
+    }));
+}
+
+TEST(SoundSilence, TakesAThirdOfASecondAhead)
+{
+    SoundOutput output(nullptr);
+    SoundSilence voice(output, 44100, {output.GetHeardSeconds(), 0});
+    const std::vector<int16_t> block(2 * SoundVoice::blockFrames);
+    size_t count = 0;
+    for (; voice.HasRoom() && count < 100; count++)
+        EXPECT_TRUE(voice.Queue(block));
+    EXPECT_NEAR(double(count * SoundVoice::blockFrames) / 44100, 0.35, 0.05);
+}
+
+// What comes after a gap is heard after the gap: the position stood still in it.
+TEST(SoundSilence, ABlockThatComesTooLateIsHeardFromThenOn)
+{
+    SoundOutput output(nullptr);
+    SoundSilence voice(output, 10000, {output.GetHeardSeconds(), 0});
+    const std::vector<int16_t> block(2 * 100); // a hundredth of a second
+    voice.Queue(block);
+    EXPECT_EQ(voice.GetProgress().limitFrames, 100);
+    for (const double end = SteadySeconds() + 0.2; SteadySeconds() < end;)
+        output.GetHeardSeconds();
+    const double now = output.GetHeardSeconds();
+    voice.Queue(block);
+    const SoundProgress progress = voice.GetProgress();
+    EXPECT_EQ(progress.limitFrames, 200);
+    EXPECT_GE(progress.startSeconds + 100 / 10000.0, now);
+}
+
+TEST(SoundPlayer, PlaysToTheLastFrameAndStandsStill)
+{
+    SoundOutput output(nullptr);
+    const auto decoder = OpenSound(test::SweepPath());
+    SoundPlayer player(output, *decoder);
+    const double before = Watch(player, 0.5);
+    EXPECT_GT(before, 0.5 - patience);
+    EXPECT_LT(before, 0.5 + patience);
+    Watch(player, 1);
+    EXPECT_EQ(player.GetFrames(), double(test::sweepFrames));
+    Watch(player, 0.1);
+    EXPECT_EQ(player.GetFrames(), double(test::sweepFrames));
+}
+
+TEST(SoundPlayer, FollowsTheDevice)
+{
+    const test::cTemporaryFolder folder;
+    cSwitches switches;
+    SoundOutput output(std::make_unique<cFakeDevice>(switches));
+    const auto decoder = OpenLongSound();
+    SoundPlayer player(output, *decoder);
+    EXPECT_NEAR(Watch(player, 1), 1, patience);
+}
+
+TEST(SoundPlayer, StandsWhileTheDeviceIsStalledAndGoesOnWithIt)
+{
+    const test::cTemporaryFolder folder;
+    cSwitches switches;
+    SoundOutput output(std::make_unique<cFakeDevice>(switches));
+    const auto decoder = OpenLongSound();
+    SoundPlayer player(output, *decoder);
+    Watch(player, 0.5);
+    switches.isStalled = true;
+    const double stalled = Watch(player, 0.2);
+    EXPECT_EQ(Watch(player, 0.5), stalled);
+    EXPECT_LT(stalled, 0.5 + 2 * patience);
+    switches.isStalled = false;
+    EXPECT_NEAR(Watch(player, 0.5), stalled + 0.5, patience);
+}
+
+TEST(SoundPlayer, RunsOnSilentlyWhenTheDeviceIsGone)
+{
+    EXPECT_TRUE(test::RunAlone("none", [] {
+        testing::internal::CaptureStderr();
+        const test::cTemporaryFolder folder;
+        cSwitches switches;
+        SoundOutput output(std::make_unique<cFakeDevice>(switches));
+        const auto decoder = OpenLongSound();
+        SoundPlayer player(output, *decoder);
+        const double before = Watch(player, 0.5);
+        switches.isConnected = false;
+        EXPECT_NEAR(Watch(player, 1), before + 1, patience); // beyond what was queued, too
+        EXPECT_EQ(testing::internal::GetCapturedStderr(),
+                  "The sound device is gone: the show plays on silently.\n");
+    }));
+}
+
+TEST(SoundPlayer, EndsWhereItShouldWhenTheDeviceIsGone)
+{
+    EXPECT_TRUE(test::RunAlone("none", [] {
+        cSwitches switches;
+        SoundOutput output(std::make_unique<cFakeDevice>(switches));
+        const auto decoder = OpenSound(test::SweepPath());
+        SoundPlayer player(output, *decoder);
+        Watch(player, 0.3);
+        switches.isConnected = false;
+        Watch(player, 1.2);
+        EXPECT_EQ(player.GetFrames(), double(test::sweepFrames));
+    }));
+}
+
+TEST(SoundPlayer, PlaysSilentlyOnADeviceWithoutAVoice)
+{
+    const test::cTemporaryFolder folder;
+    cSwitches switches;
+    switches.hasVoice = false;
+    SoundOutput output(std::make_unique<cFakeDevice>(switches));
+    const auto decoder = OpenLongSound();
+    SoundPlayer player(output, *decoder);
+    EXPECT_NEAR(Watch(player, 0.5), 0.5, patience);
+}
+
+// The file is read while it plays: what is cut off from it now will not be heard.
+TEST(SoundPlayer, DecodesLittleMoreThanIsHeard)
+{
+    const test::cTemporaryFolder folder;
+    SoundOutput output(nullptr);
+    const auto decoder = OpenLongSound(30); // 36 seconds, half a megabyte
+    SoundPlayer player(output, *decoder);
+    Watch(player, 0.1);
+    std::filesystem::resize_file("long.mp3", 20000); // a second and a quarter
+    Watch(player, 1.5);
+    EXPECT_NEAR(GetSeconds(player), 1.25, 0.25);
+}
+
+TEST(SoundPlayer, StopsAtOnce)
+{
+    const test::cTemporaryFolder folder;
+    SoundOutput output(nullptr);
+    const auto decoder = OpenLongSound();
+    for (int i = 0; i < 20; i++) {
+        const double before = SteadySeconds();
+        {
+            SoundPlayer player(output, *decoder);
+        }
+        EXPECT_LT(SteadySeconds() - before, patience);
+    }
+}
