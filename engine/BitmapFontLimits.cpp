@@ -89,6 +89,6 @@ bool IsFontDescriptionWithinLimits(const std::string &path)
         return false;
     std::ifstream file(path, std::ios::binary);
     const std::string xml{std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
-    return xml.find('\0') == std::string::npos && IsShapeWithinLimits(xml);
+    return IsShapeWithinLimits(xml);
 }
 } // namespace vyr

@@ -8,7 +8,7 @@ namespace vyr
 /// searches an element's attributes one by one, and takes a folder for a file without end: without
 /// limits, a broken file would end the program or hang it.
 ///
-/// True for a regular file of at most 16 MiB without a zero byte, nested at most 64 levels deep,
-/// with at most 256 attributes an element. Whether it is XML is the reader's to find out.
+/// True for a regular file of at most 16 MiB, nested at most 64 levels deep, with at most 256
+/// attributes an element. Whether it is XML is the reader's to find out.
 bool IsFontDescriptionWithinLimits(const std::string &path);
 } // namespace vyr

@@ -118,8 +118,16 @@ TEST_F(FontLoading, WhatTheXmlReaderCouldNotSurviveIsNotFound)
 
 TEST_F(FontLoading, NestingWithinReasonIsRead)
 {
-    const cOpenFont font = LoadText(Repeat("<a>", 63) + "<b/><common lineHeight='3'/>" +
-                                    "<!-- <c><c> --><![CDATA[<d><d>]]>" + Repeat("</a>", 63));
+    const cOpenFont font =
+        LoadText(Repeat("<a>", 64) + "<b/><common lineHeight='3'/><!-- <c><c> -->" +
+                 "<![CDATA[<d><d>]]>" + Repeat("</a>", 64));
+    EXPECT_EQ(font.GetPixelSize(), 3);
+}
+
+TEST_F(FontLoading, ElementsBesideEachOtherAreNoNesting)
+{
+    const cOpenFont font =
+        LoadText("<f>" + Repeat("<a></a><b/>", 5000) + "<common lineHeight='3'></common></f>");
     EXPECT_EQ(font.GetPixelSize(), 3);
 }
 
@@ -256,6 +264,7 @@ TEST_F(FontLoading, WhatStandsBeforeItsIdGoesNowhere)
     EXPECT_EQ(font.mChars.at(65).x, 0);
     EXPECT_EQ(font.mChars.at(65).y, 8);
     EXPECT_EQ(font.mChars.at(65).kerning, (std::map<int, int>{{0, 9}}));
+    EXPECT_EQ(font.mChars.at(0).x, 0);
 }
 
 TEST_F(FontLoading, NumbersOfAnySizeAreTaken)

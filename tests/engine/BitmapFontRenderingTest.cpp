@@ -239,6 +239,12 @@ TEST_F(FontRendering, WhatLiesLeftOfAPenAtZeroGoesIntoTheFirstColumn)
     EXPECT_EQ(Draw(font, {"z"}, {3, 2}), (tRows{{10 + 11 + 12, 0, 0}, {20 + 21 + 22, 0, 0}}));
 }
 
+TEST_F(FontRendering, KerningLeftOfAPenAtZeroGoesThereToo)
+{
+    cOpenFont font = Load(Letters().Char('z', 0, "0 0 1 1").Kerning('b', 'z', -1));
+    EXPECT_EQ(Draw(font, {"zb"}, {2, 2}), (tRows{{10 + 34, 0}, {0, 0}}));
+}
+
 // Nothing is cut off by row.
 TEST_F(FontRendering, WhatLeavesARowEntersItsNeighbour)
 {
