@@ -72,7 +72,7 @@ std::string ToTranscript(const std::vector<tools::cLyricSpan> &spans,
     std::string text;
     double last = spans.empty() ? 0.0 : spans[0].mFrom;
     for (const tools::cLyricSpan &span : spans) {
-        const long seconds = long(Seconds(span.mFrom));
+        const long seconds = std::lround(Seconds(span.mFrom) * 1000.0) / 1000;
         char time[32];
         std::snprintf(time, sizeof time, "%ld:%02ld  ", seconds / 60, seconds % 60);
         if (Seconds(span.mFrom - last) > stanzaGapSeconds)

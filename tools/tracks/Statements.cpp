@@ -290,7 +290,7 @@ bool cStatements::ReadOptions(const cLine &line, const std::vector<std::string> 
                             : "at, length, every or times",
                         Hint(name, known));
         if (!options.mSeen.emplace(name, i + 1).second)
-            return Fail(line, i, "each of " + name + " once");
+            return Fail(line, i, name + " only once");
         if (!ReadOption(line, i + 1, name, options))
             return false;
     }

@@ -1,0 +1,93 @@
+#include "tools/tracks/Time.h"
+
+#include <gtest/gtest.h>
+
+#include <climits>
+#include <cmath>
+#include <limits>
+
+namespace
+{
+int Row(const std::string &text)
+{
+    int row = INT_MIN;
+    std::string expected;
+    EXPECT_TRUE(tracks::ParseRow(text, row, expected)) << text << ": " << expected;
+    return row;
+}
+
+std::string Refusal(const std::string &text)
+{
+    int row = 0;
+    std::string expected;
+    EXPECT_FALSE(tracks::ParseRow(text, row, expected)) << text;
+    return expected;
+}
+} // namespace
+
+// 32 rows a bar, 8 a beat.
+TEST(Time, BarsBeatsAndRowsAddUp)
+{
+    EXPECT_EQ(Row("0:0:0"), 0);
+    EXPECT_EQ(Row("24:0:0"), 768);
+    EXPECT_EQ(Row("24:2:5"), 768 + 16 + 5);
+    EXPECT_EQ(Row("111:2"), 3552 + 16);
+    EXPECT_EQ(Row("-1:0:4"), -36); // the sign stands for the whole
+}
+
+TEST(Time, PlainNumbersAreRows)
+{
+    EXPECT_EQ(Row("768"), 768);
+    EXPECT_EQ(Row("-8"), -8);
+    EXPECT_EQ(Row("2147483647"), INT_MAX);
+    EXPECT_EQ(Row("-2147483648"), INT_MIN);
+}
+
+// 17.6 rows a second: 43.6 s is row 767.36.
+TEST(Time, SecondsGoToTheNearestRow)
+{
+    EXPECT_EQ(Row("43.6s"), 767);
+    EXPECT_EQ(Row("10s"), 176);
+    EXPECT_EQ(Row("-1s"), -18);
+}
+
+TEST(Time, WhatIsNoTimeIsRefused)
+{
+    for (const char *text : {"", "-", "x", "1:", ":1", "::", "1::2", "1:2:3:4", "1e3", "s", "0x10",
+                             "1:2s", "--1", "+1", "nan", "inf", "1.5.2"})
+        EXPECT_NE(Refusal(text), "") << text;
+}
+
+TEST(Time, RangesAreNamed)
+{
+    EXPECT_EQ(Refusal("1:4:0"), "a beat from 0 to 3 behind the bar");
+    EXPECT_EQ(Refusal("1:3:8"), "a row from 0 to 7 behind the beat");
+    EXPECT_EQ(Refusal("12.5"), "a whole row");
+    EXPECT_EQ(Refusal("2147483648"), "a row that fits into 32 bits");
+    EXPECT_EQ(Refusal("67108864:0:0"), "a row that fits into 32 bits"); // 2^31
+}
+
+TEST(Time, PositionsMayBeFractional)
+{
+    double rows = 0.0;
+    std::string expected;
+    ASSERT_TRUE(tracks::ParsePosition("12.5", rows, expected));
+    EXPECT_EQ(rows, 12.5);
+    ASSERT_TRUE(tracks::ParsePosition("-0.5s", rows, expected));
+    EXPECT_EQ(rows, -8.8);
+}
+
+TEST(Time, FormattedRowsReadBack)
+{
+    for (int row : {0, 1, 7, 8, 31, 32, 3624, -1, -33, INT_MAX, INT_MIN})
+        EXPECT_EQ(Row(tracks::FormatRow(row)), row);
+    EXPECT_EQ(tracks::FormatRow(789), "24:2:5");
+}
+
+TEST(Time, FormattedValuesAreShortAndKeepTheSignOfZero)
+{
+    EXPECT_EQ(tracks::FormatValue(0.1f), "0.1");
+    EXPECT_EQ(tracks::FormatValue(-0.0f), "-0");
+    EXPECT_EQ(tracks::FormatValue(1.0f), "1");
+    EXPECT_EQ(tracks::FormatValue(std::numeric_limits<float>::denorm_min()), "1e-45");
+}
