@@ -16,7 +16,7 @@ const float readable = 0.5f; // opacity
 
 std::string Clock(double row)
 {
-    const int seconds = int(row / demo::kRowsPerSecond);
+    const int seconds = int(row / demo::kRowsPerSecond + 0.001);
     const int rest = seconds % 60;
     return std::to_string(seconds / 60) + (rest < 10 ? ":0" : ":") + std::to_string(rest);
 }
