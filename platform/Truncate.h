@@ -8,7 +8,8 @@ namespace platform
 /// smallest integer: what the processor's own conversion answers, where C++ leaves it undefined.
 inline int TruncateToInt(double value)
 {
-    const bool isInRange = value > -2147483649.0 && value < 2147483648.0;
-    return isInRange ? static_cast<int>(value) : std::numeric_limits<int>::min();
+    if (value > -2147483649.0 && value < 2147483648.0) [[likely]]
+        return static_cast<int>(value);
+    return std::numeric_limits<int>::min();
 }
 } // namespace platform
