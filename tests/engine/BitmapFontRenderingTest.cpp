@@ -458,7 +458,7 @@ TEST_F(TextOverAPicture, EdgesAreExactWithTheFunctionForMultipliedAlpha)
 
 TEST_F(TextOverAPicture, AddedUpAndBrightnessBlendedItShowsThePictureToo)
 {
-    for (GLenum function : {GL_ONE, GL_ONE_MINUS_SRC_COLOR}) {
+    for (GLenum function : {GLenum(GL_ONE), GLenum(GL_ONE_MINUS_SRC_COLOR)}) {
         mRenderer.Clear(mPicture);
         glBlendFunc(GL_ONE, function);
         const std::vector<tPixel> pixels = DrawText();
