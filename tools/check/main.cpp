@@ -36,6 +36,7 @@ int main(int argc, char **argv)
 {
     CLI::App app("Checks a show's folder before it plays: every fault on a line of its own.");
     std::string folder = ".";
+    app.set_version_flag("--version", "vyr-check " VYR_VERSION);
     app.add_option("DIR", folder, "the show's folder (default: this one)");
     try {
         app.parse(argc, argv);

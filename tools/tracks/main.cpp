@@ -61,6 +61,7 @@ void AddCommands(CLI::App &app, cOptions &options, int &status)
 int main(int argc, char **argv)
 {
     CLI::App app("The show's tracks: made from a text timeline, read, plotted, captioned.");
+    app.set_version_flag("--version", "vyr-tracks " VYR_VERSION);
     app.require_subcommand(1);
     cOptions options;
     int status = tracks::kClean;
