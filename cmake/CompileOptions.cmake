@@ -1,4 +1,5 @@
-# What every target of this project is compiled with: link vyr_compile_options privately.
+# What every target of this project is compiled with: link vyr_compile_options privately. A library
+# that is installed links $<BUILD_INTERFACE:vyr_compile_options>: the options stay at home.
 
 add_library(vyr_compile_options INTERFACE)
 target_compile_features(vyr_compile_options INTERFACE cxx_std_20)
