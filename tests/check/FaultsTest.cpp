@@ -205,7 +205,7 @@ const std::vector<cCase> objectCases = {
          const std::string whole = test::ReadFile("data/oh2.lwo");
          WriteFile("data/oh2.lwo", whole.substr(0, whole.size() - 10));
      },
-     "data/oh2.lwo: chunk SURF: expected "},
+     "data/oh2.lwo: chunk 'SURF': expected its "},
     {"wrong form size", check::CheckObjects,
      [] {
          cObjectParts().Write();

@@ -35,8 +35,9 @@ void cLwoWalk::Walk()
         const std::string id = cursor.Id();
         const size_t size = cursor.U4();
         if (cursor.IsShort() || size > cursor.Left()) {
-            Fault("chunk " + id, "expected " + std::to_string(size) + " bytes to the file's end" +
-                                     Found(cursor.Left()));
+            Fault("chunk " + tools::Quote(id), "expected its " + std::to_string(size) +
+                                                   " bytes, found the file's end after " +
+                                                   std::to_string(cursor.Left()));
             return;
         }
         ReadChunk(id, cursor.Take(size));
