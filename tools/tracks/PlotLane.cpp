@@ -11,7 +11,8 @@ namespace
 {
 const double denseKeysPerPixel = 0.5; // beyond this keys can't be told apart: an envelope is drawn
 const double keySize = 2.6;
-const double labelSize = 8.5, characterWidth = 0.58; // of DejaVu Sans, in font sizes
+const double labelSize = 8.5, smallestLabel = 5.5; // pixels
+const double characterWidth = 0.62;                // of DejaVu Sans, in font sizes
 
 // What follows the last dot: "photo.tovak04" is tovak04 in the lane of photos.
 std::string LastPart(const std::string &name) { return name.substr(name.rfind('.') + 1); }
@@ -82,6 +83,24 @@ std::string cLane::NameOf(float value) const
     return found == mNames.end() ? FormatValue(value) : LastPart(found->second);
 }
 
+// As large as the block is wide, on two lines where one would be too small to read.
+void cLane::DrawBlockName(cSvg &svg, const std::string &name, double x, double width) const
+{
+    const double middle = mTop + mHeight / 2;
+    const double oneLine = width / (double(name.size()) * characterWidth);
+    if (oneLine >= smallestLabel) {
+        const double size = std::min(oneLine, labelSize);
+        svg.Text({x, middle + size * 0.36}, name, size, "#2a2a28");
+        return;
+    }
+    const size_t half = (name.size() + 1) / 2;
+    const double size = std::min(width / (double(half) * characterWidth), labelSize);
+    if (size < smallestLabel)
+        return;
+    svg.Text({x, middle - 1}, name.substr(0, half), size, "#2a2a28");
+    svg.Text({x, middle + size}, name.substr(half), size, "#2a2a28");
+}
+
 // Blocks between keys; what picks nothing is left empty.
 void cLane::DrawBlocks(cSvg &svg) const
 {
@@ -94,11 +113,7 @@ void cLane::DrawBlocks(cSvg &svg) const
         const double to = mAxis.X(isLast ? mAxis.mLastRow : mTrack.keys[i + 1].row);
         svg.Rect({from + 0.5, mTop + 1}, std::max(to - from - 1.0, 0.5), mHeight - 2, mColor, 0.28);
         svg.Rect({from, mTop}, 1.5, mHeight, mColor);
-        const std::string name = NameOf(key.value);
-        const double room = (to - from - 3.0) / (double(name.size()) * characterWidth);
-        const double size = std::min(room, labelSize);
-        if (size > 4.5)
-            svg.Text({from + 3, mTop + mHeight / 2 + size * 0.36}, name, size, "#2a2a28");
+        DrawBlockName(svg, NameOf(key.value), from + 3, to - from - 3);
     }
 }
 

@@ -42,6 +42,7 @@ public:
 
 private:
     void DrawBlocks(cSvg &svg) const;
+    void DrawBlockName(cSvg &svg, const std::string &name, double x, double width) const;
     void DrawCurve(cSvg &svg) const;
     void DrawEnvelope(cSvg &svg) const;
     void DrawKeys(cSvg &svg) const;
