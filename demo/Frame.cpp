@@ -26,7 +26,7 @@ struct cFrame
     double mRow;
     double mSeconds;
 
-    float Sample(eTrack track) const { return sync_get_val(mShow.mTracks[track], mRow); }
+    float Sample(eTrack track) const { return sync_get_val(mShow.mTracks[size_t(track)], mRow); }
 };
 
 // Negative is off. Values above -1 are on: -0.4 is picture 0. Nothing checks the upper end of a
