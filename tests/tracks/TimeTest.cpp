@@ -47,6 +47,7 @@ TEST(Time, PlainNumbersAreRows)
 TEST(Time, SecondsGoToTheNearestRow)
 {
     EXPECT_EQ(Row("43.6s"), 767);
+    EXPECT_EQ(Row("1s"), 18); // 17.6
     EXPECT_EQ(Row("10s"), 176);
     EXPECT_EQ(Row("-1s"), -18);
 }
