@@ -4,6 +4,7 @@
 #include <GLFW/glfw3.h>
 
 #include <cstdio>
+#include <string>
 
 namespace platform
 {
@@ -11,8 +12,13 @@ namespace
 {
 GLFWwindow *window = nullptr;
 
+// Each failure once: a caller that goes on without a window would hear it at every call.
 void ReportError(int, const char *description)
 {
+    static std::string reported;
+    if (reported == description)
+        return;
+    reported = description;
     std::fprintf(stderr, "window: %s\n", description);
 }
 
