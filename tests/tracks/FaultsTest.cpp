@@ -147,7 +147,7 @@ TEST(Faults, ReadingEndsAfterTenThousand)
 
 TEST(Faults, WhatIsFoundStaysOnItsLine)
 {
-    const auto faults = FaultsOf(std::string("track \"a\nb\" \x1b[31m\n\0\x7f", 22));
+    const auto faults = FaultsOf(std::string("track \"a\nb\" \x1b[31m\n\0\x7f", 20));
     ASSERT_FALSE(faults.empty());
     for (const std::string &fault : faults)
         EXPECT_EQ(fault.find_first_of("\n\x1b\x7f"), std::string::npos) << fault;
