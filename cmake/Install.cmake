@@ -43,3 +43,37 @@ write_basic_package_version_file(${PROJECT_BINARY_DIR}/vyrConfigVersion.cmake
     COMPATIBILITY SameMajorVersion)
 install(FILES ${PROJECT_BINARY_DIR}/vyrConfig.cmake ${PROJECT_BINARY_DIR}/vyrConfigVersion.cmake
     DESTINATION ${vyr_config_folder} COMPONENT development)
+
+# The show -----------------------------------------------------------------------------------------
+
+# Its folder is the same wherever it is installed: bin/vyr looks for it beside itself.
+set(vyr_show_folder lib/vyr/show)
+
+install(TARGETS demo RUNTIME DESTINATION ${vyr_show_folder} COMPONENT show)
+install(DIRECTORY data DESTINATION ${vyr_show_folder} COMPONENT show
+    PATTERN CMakeLists.txt EXCLUDE)
+install(DIRECTORY ${PROJECT_BINARY_DIR}/show/ DESTINATION ${vyr_show_folder} COMPONENT show
+    FILES_MATCHING PATTERN sync_*.track
+    PATTERN data EXCLUDE)
+configure_file(packaging/vyr.in ${PROJECT_BINARY_DIR}/packaging/vyr @ONLY)
+install(PROGRAMS ${PROJECT_BINARY_DIR}/packaging/vyr TYPE BIN COMPONENT show)
+install(FILES packaging/vyr.desktop DESTINATION share/applications COMPONENT show)
+install(FILES packaging/vyr.svg DESTINATION share/icons/hicolor/scalable/apps COMPONENT show)
+install(FILES LICENSE LICENSE-content packaging/copyright TYPE DOC COMPONENT show)
+
+# The tools ----------------------------------------------------------------------------------------
+
+install(TARGETS vyr-record vyr-tracks vyr-check RUNTIME COMPONENT tools)
+
+# A manual page a program, compressed as a Debian system keeps them; -n: no time in it, so that two
+# builds give the same file.
+find_program(VYR_GZIP gzip REQUIRED)
+foreach(page vyr vyr-record vyr-tracks vyr-check)
+    set(manual ${PROJECT_BINARY_DIR}/packaging/${page}.1)
+    configure_file(packaging/man/${page}.1.in ${manual} @ONLY)
+    add_custom_command(OUTPUT ${manual}.gz COMMAND ${VYR_GZIP} -9nkf ${manual} DEPENDS ${manual}
+        VERBATIM)
+    list(APPEND vyr_manuals ${manual}.gz)
+endforeach()
+add_custom_target(manuals ALL DEPENDS ${vyr_manuals})
+install(FILES ${vyr_manuals} DESTINATION share/man/man1 COMPONENT tools)
