@@ -23,3 +23,11 @@ if(VYR_COVERAGE)
     add_compile_options(--coverage -O0 -g)
     add_link_options(--coverage)
 endif()
+
+# Compiled for the fuzzer, with the sanitizers that tell it of a fault: see fuzz/ and scripts/fuzz.
+option(VYR_FUZZ "Build the fuzz targets as fuzzers (clang)" OFF)
+if(VYR_FUZZ)
+    add_compile_options(-fsanitize=fuzzer-no-link,address,undefined -fno-sanitize-recover=all
+                        -fno-omit-frame-pointer -g)
+    add_link_options(-fsanitize=address,undefined)
+endif()
