@@ -3,12 +3,12 @@
 #include <epoxy/gl.h>
 
 #include <cstring>
-#include <vector>
 
 namespace
 {
 int unpackAlignment = 4, savedAlignment = 4;
 GLuint lastName = 0;
+std::vector<unsigned char> lastUpload;
 
 int ChannelsOf(GLenum format)
 {
@@ -36,8 +36,8 @@ void TexImage2D(GLenum, GLint, GLint, GLsizei width, GLsizei height, GLint, GLen
         return;
     const size_t row = size_t(width) * size_t(ChannelsOf(format)), unit = size_t(unpackAlignment);
     const size_t step = (row + unit - 1) / unit * unit;
-    std::vector<unsigned char> taken(step * size_t(height - 1) + row);
-    std::memcpy(taken.data(), pixels, taken.size());
+    lastUpload.resize(step * size_t(height - 1) + row);
+    std::memcpy(lastUpload.data(), pixels, lastUpload.size());
 }
 } // namespace
 
@@ -54,3 +54,5 @@ void fuzz::UseMemoryOpenGL()
     epoxy_glGetIntegerv = GetIntegerv;
     epoxy_glTexImage2D = TexImage2D;
 }
+
+const std::vector<unsigned char> &fuzz::LastUpload() { return lastUpload; }
