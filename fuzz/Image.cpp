@@ -18,7 +18,8 @@ namespace
 {
 const int maximumPixels = 1 << 18; // a larger picture is no fault, it is only slow
 
-// The decoder is not asked again: for a pixel outside its palette it answers what lies on the stack.
+// The decoder is not asked again: for a pixel outside its palette it answers what lies on the
+// stack.
 void ExpectDecoded(const vyr::cTextureManager::cTexture &texture, int width, int height)
 {
     FUZZ_EXPECT(texture.mSize.x == float(width) && texture.mSize.y == float(height));

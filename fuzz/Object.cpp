@@ -15,6 +15,7 @@
 #include <cstdio>
 #include <cstring>
 #include <memory>
+#include <utility>
 
 using vyr::c3DObject;
 
@@ -74,7 +75,8 @@ void CloseFile()
         std::fclose(file.mStream);
 }
 
-// What holds for every mesh ------------------------------------------------------------------------
+// What holds for every mesh
+// ------------------------------------------------------------------------
 
 bool IsFinite(const vyr::cVector3 &v)
 {
@@ -135,7 +137,8 @@ void ExpectDrawable(c3DObject &object)
     delete[] drawn->mTexCoords;
 }
 
-// Written again ------------------------------------------------------------------------------------
+// Written again
+// ------------------------------------------------------------------------------------
 
 bool IsSame(const vyr::cVector3 &a, const vyr::cVector3 &b)
 {
@@ -222,16 +225,12 @@ extern "C" unsigned char *__wrap_stbi_load(const char *path, int *, int *, int *
     return nullptr;
 }
 
-extern "C" int LLVMFuzzerInitialize(int *, char ***)
-{
-    vyr::tSingleton<vyr::cTextureManager>::CreateSingleton();
-    return 0;
-}
-
 int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
 {
-    const std::unique_ptr<c3DObject> object(
-        ReadObject(reinterpret_cast<const char *>(data), size));
+    static bool hasTextures = false;
+    if (!std::exchange(hasTextures, true))
+        vyr::tSingleton<vyr::cTextureManager>::CreateSingleton();
+    const std::unique_ptr<c3DObject> object(ReadObject(reinterpret_cast<const char *>(data), size));
     FUZZ_EXPECT(file.mCalls <= 16 + 8 * size);
     FUZZ_EXPECT((file.mStream != nullptr) == (object != nullptr));
     CloseFile();

@@ -33,14 +33,16 @@ install_packages() {
     rm -f /tmp/vyr-apt.$$.log
 }
 
-# configure_and_build FOLDER [cmake options]: quiet unless it fails.
+# configure_and_build FOLDER [--only "targets"] [cmake options]: quiet unless it fails.
 configure_and_build() {
-    local folder=$1 log
+    local folder=$1 log targets=all
     shift
+    [ "${1:-}" = --only ] && { targets=$2; shift 2; }
     mkdir -p "$folder"
     log=$folder/build.log
     cmake -S . -B "$folder" -G Ninja -DCMAKE_CXX_COMPILER_LAUNCHER=ccache "$@" >"$log" 2>&1 ||
         { cat "$log"; fail "could not configure, see above"; }
-    cmake --build "$folder" >"$log" 2>&1 ||
+    # shellcheck disable=SC2086 # several targets are several words
+    cmake --build "$folder" --target $targets >"$log" 2>&1 ||
         { grep -vE '^\[[0-9]+/[0-9]+\]' "$log"; fail "could not build, see above"; }
 }
