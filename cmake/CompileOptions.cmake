@@ -16,6 +16,10 @@ if(VYR_SANITIZE)
     add_compile_options(-fsanitize=${VYR_SANITIZE} -fno-sanitize-recover=all
                         -fno-omit-frame-pointer -g)
     add_link_options(-fsanitize=${VYR_SANITIZE})
+    if(VYR_SANITIZE MATCHES address)
+        add_library(vyr_keep_libraries OBJECT ${PROJECT_SOURCE_DIR}/tests/sanitizers/KeepLibraries.cpp)
+        link_libraries(vyr_keep_libraries)
+    endif()
 endif()
 
 option(VYR_COVERAGE "Build with coverage counters" OFF)
