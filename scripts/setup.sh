@@ -1,3 +1,4 @@
+# shellcheck shell=bash
 # Sourced by ./run, ./test and ./bench: what has to be there before anything can be built.
 
 fail() {
@@ -5,27 +6,34 @@ fail() {
     exit 1
 }
 
-wanted_packages() { sed -e 's/#.*//' -e 's/[[:space:]].*//' -e '/^$/d' packages.txt; }
+# wanted_packages [checks]: those below the line "# checks" only when asked for.
+wanted_packages() {
+    local until=checks
+    [ "${1:-}" = checks ] && until=end
+    sed -e "/^# $until\$/,\$d" -e 's/#.*//' -e 's/[[:space:]].*//' -e '/^$/d' packages.txt
+}
 
 missing_packages() {
     local package
-    for package in $(wanted_packages); do
+    for package in $(wanted_packages "${1:-}"); do
         dpkg-query -W -f '${db:Status-Status}' "$package" 2>/dev/null | grep -qx installed ||
             printf '%s ' "$package"
     done
 }
 
-# Installs what packages.txt names and the machine lacks; nothing happens when all is there.
+# install_packages [checks]: installs what packages.txt names and the machine lacks; nothing happens
+# when all is there.
 install_packages() {
     command -v apt-get >/dev/null || fail "apt-get not found: this script knows Debian 12; the packages are listed in packages.txt"
     local missing sudo=""
-    missing=$(missing_packages)
+    missing=$(missing_packages "${1:-}")
     [ -z "$missing" ] && return
     if [ "$(id -u)" != 0 ]; then
         command -v sudo >/dev/null || fail "missing packages, and neither root nor sudo to install them: $missing"
         sudo=sudo
     fi
     echo "installing: $missing"
+    # shellcheck disable=SC2086 # several packages are several words
     { $sudo apt-get -qq update &&
         DEBIAN_FRONTEND=noninteractive $sudo apt-get -qq -y --no-install-recommends \
             install $missing; } >/tmp/vyr-apt.$$.log 2>&1 ||

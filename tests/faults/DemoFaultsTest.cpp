@@ -1,0 +1,207 @@
+// The show with each of its files faulty in each way: it stops at the assertion that belongs to the
+// fault, ends with the sound library's error, or plays on; never otherwise, and never hangs.
+
+#include "demo/Show.h"
+#include "tests/faults/Faults.h"
+#include "tests/support/Process.h"
+#include "tests/support/Screen.h"
+#include "tests/support/TestFiles.h"
+
+#include <gtest/gtest.h>
+
+#include <csignal>
+#include <thread>
+
+namespace fs = std::filesystem;
+using faults::cFault;
+
+namespace
+{
+const double longestSeconds = 10.0;
+
+const char noTexture[] = "ID is out of range: ";
+
+/// One row: a file of the show and what its loss does.
+struct cRow
+{
+    std::string mFile;
+    std::string mAssertion; ///< part of the report that stops the show; empty: it plays on
+};
+
+std::string TrackFile(int track)
+{
+    return std::string("sync_") + demo::TrackName(demo::eTrack(track)) + ".track";
+}
+
+// What a frame shows stops it, what no frame shows is never missed. Tracks that are lost are 0.
+std::vector<cRow> OneOfEachKind()
+{
+    return {{"data/duck.png", noTexture},           {"data/frenchduck.png", noTexture},
+            {"data/photos/tovak01.png", noTexture}, {"data/photos/heart.png", ""},
+            {"data/lyrics/lyrics000", noTexture},   {"data/lyrics/lyrics033", ""},
+            {"data/zemlogo.png", noTexture},        {"data/vignette1.png", noTexture},
+            {"data/tex9.png", noTexture},           {"data/shaders/default.vs", ""},
+            {"data/shaders/plasma.fs", ""},         {"data/shaders/noise.fs", ""},
+            {"data/oh1.lwo", "data/oh1.lwo"},       {"data/oh2.lwo", "data/oh2.lwo"},
+            {TrackFile(demo::IMAGE_LEFT), ""},      {TrackFile(demo::FADE_PLASMA), ""}};
+}
+
+std::vector<cRow> Table()
+{
+    std::vector<cRow> rows = OneOfEachKind();
+    if (!faults::WantsAll())
+        return rows;
+    for (int i = 3; i < demo::kPhotoCount - 1; i++)
+        rows.push_back({demo::PhotoNames()[size_t(i)], ""});
+    for (int i = 1; i < demo::kLyricCount - 1; i++)
+        rows.push_back({demo::LyricName(i), ""});
+    for (int i = 0; i < demo::TRACK_COUNT; i++)
+        if (i != demo::IMAGE_LEFT && i != demo::FADE_PLASMA)
+            rows.push_back({TrackFile(i), ""});
+    return rows;
+}
+
+class DemoFaults : public testing::Test
+{
+protected:
+    static void SetUpTestSuite()
+    {
+        sFolder = new test::cTemporaryFolder;
+        faults::WriteShowWithEverythingOn(sFolder->Path());
+    }
+    static void TearDownTestSuite() { delete sFolder; }
+
+    // A few frames of the show, whose clock follows a script.
+    static test::cProcessResult PlayScripted()
+    {
+        test::cProcess program({VYR_SCRIPTED_DEMO}, sFolder->Path(),
+                               {"VYR_TEST_ROWS=0,10,2000,3624"});
+        return program.Wait(longestSeconds);
+    }
+
+    static bool HasPlayed(const test::cProcessResult &result)
+    {
+        return !result.mTimedOut && result.mStatus == 0;
+    }
+
+    static bool HasStopped(const test::cProcessResult &result, const std::string &assertion)
+    {
+        return !result.mTimedOut && result.mSignal == SIGABRT &&
+               result.mErrors.find("Assertion failed: ") != std::string::npos &&
+               result.mErrors.find(assertion) != std::string::npos;
+    }
+
+    static void ExpectOutcome(const cRow &row, const cFault &fault)
+    {
+        const faults::cFaultyFile faulty(sFolder->Path() / row.mFile, fault);
+        const test::cProcessResult result = PlayScripted();
+        const bool stops = !row.mAssertion.empty() && HasStopped(result, row.mAssertion);
+        // A picture that lost no more than its end is whole to its decoder.
+        const bool mayPlay = row.mAssertion.empty() || fault.mKind == cFault::Cut;
+        EXPECT_TRUE(stops || (mayPlay && HasPlayed(result)))
+            << row.mFile << " " << fault.Name() << ": status " << result.mStatus << ", signal "
+            << result.mSignal << (result.mTimedOut ? ", hung" : "") << "\n"
+            << result.mErrors;
+    }
+
+    static inline test::cTemporaryFolder *sFolder = nullptr;
+};
+
+class EachFile : public DemoFaults, public testing::WithParamInterface<cRow>
+{};
+
+TEST_F(DemoFaults, NoneAndItPlays)
+{
+    const test::cProcessResult result = PlayScripted();
+    EXPECT_TRUE(HasPlayed(result)) << result.mErrors;
+}
+
+TEST_P(EachFile, HasTheOutcomeThatBelongsToIt)
+{
+    for (const cFault &fault : faults::List())
+        ExpectOutcome(GetParam(), fault);
+}
+
+std::string NameOf(const testing::TestParamInfo<cRow> &info)
+{
+    std::string name;
+    for (char c : info.param.mFile)
+        name.push_back(std::isalnum(static_cast<unsigned char>(c)) ? c : '_');
+    return name;
+}
+
+INSTANTIATE_TEST_SUITE_P(DemoFaults, EachFile, testing::ValuesIn(Table()), NameOf);
+
+// What a track file can say, past being cut: a count and a type that are none.
+TEST_F(DemoFaults, TrackOfANegativeCountStopsAtItsFirstSample)
+{
+    const fs::path path = sFolder->Path() / TrackFile(demo::FADE_BG_WHITE);
+    const faults::cFaultyFile faulty(path, {cFault::Missing});
+    test::WriteFile(path, "\xFF\xFF\xFF\xFF" + std::string(13, '\0'));
+    EXPECT_TRUE(HasStopped(PlayScripted(), "(lo == hi), function sync_find_key"));
+}
+
+TEST_F(DemoFaults, TrackOfAnUnknownTypeStopsWhenItIsSampled)
+{
+    const fs::path path = sFolder->Path() / TrackFile(demo::FADE_BG_WHITE);
+    const faults::cFaultyFile faulty(path, {cFault::Missing});
+    std::string bytes = faults::TrackOf(0.0f) + faults::TrackOf(0.0f).substr(8);
+    bytes[0] = 2;              // keys
+    bytes[8 + 8] = 9;          // type of the first
+    bytes[8 + 9 + 1] = '\x7F'; // row of the second: behind the end of the show
+    test::WriteFile(path, bytes);
+    EXPECT_TRUE(HasStopped(PlayScripted(), "(0), function sync_get_val"));
+}
+
+// The music is opened by the real sound library, which has a code for each fault.
+test::cProcessResult PlayWithEscape(const fs::path &folder)
+{
+    test::cScreen screen;
+    test::cProcess program({VYR_DEMO}, folder);
+    if (screen.WaitForWindow("Demo")) {
+        for (int i = 0; i < 150 && program.IsRunning(); i++)
+            std::this_thread::sleep_for(std::chrono::milliseconds(10));
+        if (program.IsRunning())
+            screen.PressEscape();
+    }
+    return program.Wait(longestSeconds);
+}
+
+const char *SoundErrorOf(cFault::eKind kind)
+{
+    switch (kind) {
+    case cFault::Missing:
+        return "FMOD error! (23) ";
+    case cFault::Folder:
+    case cFault::Unreadable:
+        return "FMOD error! (19) ";
+    default:
+        return "FMOD error! (25) ";
+    }
+}
+
+TEST_F(DemoFaults, MusicEndsTheShowWithTheSoundLibrarysError)
+{
+    for (const cFault &fault : faults::List()) {
+        const faults::cFaultyFile faulty(sFolder->Path() / "data/waiting.mp3", fault);
+        const test::cProcessResult result = PlayWithEscape(sFolder->Path());
+        const bool hasPlayed = fault.mKind == cFault::Cut && HasPlayed(result);
+        const bool hasEnded =
+            result.mStatus == 255 && result.mOutput.find(SoundErrorOf(fault.mKind)) == 0;
+        EXPECT_TRUE(hasPlayed || hasEnded)
+            << fault.Name() << ": status " << result.mStatus << ", signal " << result.mSignal
+            << (result.mTimedOut ? ", hung" : "") << "\n"
+            << result.mOutput << result.mErrors;
+    }
+}
+
+// Without a display the renderer can't start, and the show does not ask; it must not hang.
+TEST_F(DemoFaults, WithoutADisplayItSaysSoAndEnds)
+{
+    test::cProcess program({VYR_SCRIPTED_DEMO}, sFolder->Path(), {"DISPLAY=", "WAYLAND_DISPLAY="});
+    const test::cProcessResult result = program.Wait(longestSeconds);
+    EXPECT_FALSE(result.mTimedOut);
+    EXPECT_NE(result.mErrors.find("window: "), std::string::npos) << result.mErrors;
+    EXPECT_TRUE(result.mSignal == 0 || result.mSignal == SIGABRT) << result.mSignal;
+}
+} // namespace
