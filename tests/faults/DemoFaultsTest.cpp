@@ -36,14 +36,20 @@ std::string TrackFile(int track)
 // What a frame shows stops it, what no frame shows is never missed. Tracks that are lost are 0.
 std::vector<cRow> OneOfEachKind()
 {
-    return {{"data/duck.png", noTexture},           {"data/frenchduck.png", noTexture},
-            {"data/photos/tovak01.png", noTexture}, {"data/photos/heart.png", ""},
-            {"data/lyrics/lyrics000", noTexture},   {"data/lyrics/lyrics033", ""},
-            {"data/zemlogo.png", noTexture},        {"data/vignette1.png", noTexture},
-            {"data/tex9.png", noTexture},           {"data/shaders/default.vs", ""},
-            {"data/shaders/plasma.fs", ""},         {"data/shaders/noise.fs", ""},
-            {"data/oh1.lwo", "data/oh1.lwo"},       {"data/oh2.lwo", "data/oh2.lwo"},
-            {TrackFile(demo::IMAGE_LEFT), ""},      {TrackFile(demo::FADE_PLASMA), ""}};
+    return {{"data/duck.png", noTexture},      {"data/photos/heart.png", ""},
+            {"data/vignette1.png", noTexture}, {"data/shaders/plasma.fs", ""},
+            {"data/oh1.lwo", "data/oh1.lwo"},  {TrackFile(demo::IMAGE_LEFT), ""}};
+}
+
+void AddPictures(std::vector<cRow> &rows)
+{
+    for (const char *shown : {"data/frenchduck.png", "data/photos/tovak01.png", "data/zemlogo.png",
+                              "data/tex9.png", "data/lyrics/lyrics000"})
+        rows.push_back({shown, noTexture});
+    for (int i = 3; i < demo::kPhotoCount - 1; i++)
+        rows.push_back({demo::PhotoNames()[size_t(i)], ""});
+    for (int i = 1; i < demo::kLyricCount; i++)
+        rows.push_back({demo::LyricName(i), ""});
 }
 
 std::vector<cRow> Table()
@@ -51,13 +57,13 @@ std::vector<cRow> Table()
     std::vector<cRow> rows = OneOfEachKind();
     if (!faults::WantsAll())
         return rows;
-    for (int i = 3; i < demo::kPhotoCount - 1; i++)
-        rows.push_back({demo::PhotoNames()[size_t(i)], ""});
-    for (int i = 1; i < demo::kLyricCount - 1; i++)
-        rows.push_back({demo::LyricName(i), ""});
+    AddPictures(rows);
     for (int i = 0; i < demo::TRACK_COUNT; i++)
-        if (i != demo::IMAGE_LEFT && i != demo::FADE_PLASMA)
+        if (i != demo::IMAGE_LEFT)
             rows.push_back({TrackFile(i), ""});
+    rows.push_back({"data/shaders/default.vs", ""});
+    rows.push_back({"data/shaders/noise.fs", ""});
+    rows.push_back({"data/oh2.lwo", "data/oh2.lwo"});
     return rows;
 }
 
