@@ -18,7 +18,7 @@ if(VYR_SANITIZE)
     add_link_options(-fsanitize=${VYR_SANITIZE})
     if(VYR_SANITIZE MATCHES address)
         add_library(vyr_keep_libraries OBJECT ${PROJECT_SOURCE_DIR}/tests/sanitizers/KeepLibraries.cpp)
-        link_libraries(vyr_keep_libraries)
+        link_libraries($<BUILD_INTERFACE:vyr_keep_libraries>)
     endif()
 endif()
 
