@@ -59,12 +59,10 @@ class Arranger:
         return loudness * (1 + self.chance.uniform(-spread, spread))
 
     def _cells(self, section, bars):
-        """(sixteenth, cell, the rest of the bar after it) for every cell of a list of bars that lies in the section."""
-        for bar, cells in enumerate(bars):
-            for index, cell in enumerate(cells):
-                sixteenth = (section.first + bar) * SIXTEENTHS + index
-                if sixteenth < section.last * SIXTEENTHS:
-                    yield sixteenth, cell, cells[index + 1:]
+        """(sixteenth, cell, the cells after it) for every cell of a list of bars that lies in the section."""
+        cells = "".join(bars)[:int((section.last - section.first) * SIXTEENTHS)]
+        for index, cell in enumerate(cells):
+            yield section.first * SIXTEENTHS + index, cell, cells[index + 1:]
 
     def _level(self, section):
         first, last = section.first * SIXTEENTHS, section.last * SIXTEENTHS
@@ -101,7 +99,8 @@ class Arranger:
         chord = self.chord_at(sixteenth)
         root = chord.bass_note()
         if cell == "<":
-            return approach(root, self.chord_at(sixteenth // SIXTEENTHS * SIXTEENTHS + SIXTEENTHS).bass_note(), section.shift)
+            next_bar = (sixteenth // SIXTEENTHS + 1) * SIXTEENTHS
+            return approach(root, self.chord_at(next_bar).bass_note(), section.shift)
         return {"1": root, "8": root + 12, "5": chord.tone_near(root + 7), "3": chord.tone_near(root + 4)}[cell]
 
     def _arpeggio(self, section):
@@ -134,7 +133,7 @@ class Arranger:
     def _piano(self, section, first, last):
         for bar in range(int(first), int(last), SIXTEENTHS):
             for step, loudness, length, voices in PIANO_HITS:
-                if bar + step < last and (step == 0 or last - first >= SIXTEENTHS) and self.score.ring != section.first:
+                if bar + step < last and (step == 0 or last - first >= SIXTEENTHS):
                     for voice in voices:
                         self._piano_note(bar + step, length, self._human(loudness, 0.15), voice)
 
@@ -146,10 +145,10 @@ class Arranger:
     def _tunes(self, section):
         instruments = {"lead": "Lead", "low": "Low", "bell": "Bell"}
         for tune in section.tunes:
-            level = 1.0
             for start, length, note in tune.notes:
                 level = section.setting(tune.track + ".level", start, 1.0)
-                self._add(instruments[tune.track], start, length * 0.95, level * self._human(0.92, 0.06), note + section.shift)
+                loudness = level * self._human(0.92, 0.06)
+                self._add(instruments[tune.track], start, length * 0.95, loudness, note + section.shift)
 
     def _effects(self, section):
         for effect in section.effects:

@@ -65,7 +65,7 @@ class Score:
     """The whole piece: `tempo`, `bars`, `voice` (name, speed, pitch), `sections`, `stops` ((first, last) in bars)."""
 
     def __init__(self, path):
-        self.tempo, self.bars, self.voice, self.ring = 0.0, 0.0, None, None
+        self.tempo, self.bars, self.voice = 0.0, 0.0, None
         self.pronounce, self.patterns, self.sections, self.stops = {}, {}, [], []
         with open(path, encoding="utf-8") as file:
             for number, text in enumerate(file, 1):
@@ -162,9 +162,6 @@ class Score:
 
     def _read_piano(self, _):
         self.sections[-1].layers.add("piano")
-
-    def _read_ring(self, rest):
-        self.ring = float(rest)
 
     def _tune(self, track, rest):
         bar, _, notes = rest.partition(" ")

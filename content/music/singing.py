@@ -63,12 +63,12 @@ def vowel_end(part, following):
 
 
 def carriers(parts):
-    """(start, length, note) of the tones that carry the syllables: each lasts until the next, over short rests only."""
+    """(syllable, start, length) of the tones that carry the syllables: each lasts until the next, over short rests only."""
     tones = []
     for part, following in zip(parts, parts[1:] + [None]):
         stop = part.stop + 0.15
         if following and following.start - part.stop < REST:
             stop = following.start
         lead_in = 0.12 if not tones else 0.0     # the first consonants need something to sound on
-        tones.append((part.start - lead_in, stop - part.start + lead_in, part.note))
+        tones.append((part, part.start - lead_in, stop - part.start + lead_in))
     return tones

@@ -5,8 +5,8 @@ import wave
 import numpy
 
 RATE = 44100
-# ITU-R BS.1770 K-weighting at 48 kHz as analogue-like shelves would need a bilinear transform for each rate; its two
-# stages are given here by frequency, gain and quality, from which K_STAGES computes them for any rate.
+# The standard for loudness (ITU-R BS.1770) gives its two filters as numbers for 48 kHz; these are the frequencies, gain
+# (dB) and qualities behind them, from which k_response computes the same filters for RATE.
 SHELF = (1681.9744509555319, 3.99984385397, 0.7071752369554193)
 HIGH_PASS = (38.13547087613982, 0.5003270373253953)
 GATE_ABSOLUTE, GATE_RELATIVE = -70.0, -10.0
@@ -40,7 +40,8 @@ def k_response(frequencies):
     z = numpy.exp(-2j * numpy.pi * frequencies / RATE)
     centre, gain, quality = SHELF
     k, v = numpy.tan(numpy.pi * centre / RATE), 10 ** (gain / 20)
-    b = (v + v ** 0.4996667741545416 * k / quality + k * k, 2 * (k * k - v), v - v ** 0.4996667741545416 * k / quality + k * k)
+    bend = v ** 0.4996667741545416 * k / quality
+    b = (v + bend + k * k, 2 * (k * k - v), v - bend + k * k)
     a = (1 + k / quality + k * k, 2 * (k * k - 1), 1 - k / quality + k * k)
     response = (b[0] + b[1] * z + b[2] * z * z) / (a[0] + a[1] * z + a[2] * z * z)
     centre, quality = HIGH_PASS

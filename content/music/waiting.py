@@ -13,7 +13,7 @@ from speech import RATE, Speaker
 MAP_POINTS = 8192           # of a line's time map: about half a millisecond each
 FIRST_MAP = 100             # table number of the first time map
 SPOKEN_LOUDNESS = 0.1       # RMS that every line is brought to
-SUNG, SPOKEN = 0, 1
+TAIL = 1.7                  # seconds after the last bar
 
 
 class Voice:
@@ -35,12 +35,13 @@ class Voice:
         table = FIRST_MAP + len(self.tables)
         self.tables.append(map_table(table, [(p - start, offset + s) for p, s in points], end - start))
         ratio = frequency(min(part.note for part in parts)) / spoken_pitch(sound)
-        self.events.append(("Speech", start, end - start, (1.0, table, int(line.spoken), ratio)))
-        for first, length, note in carriers(parts):
-            self._carrier(first, length, note, line.spoken)
+        level = section.setting("voice.level", line.notes[0][0], 1.0)
+        self.events.append(("Speech", start, end - start, (level, table, int(line.spoken), ratio)))
+        for part, first, length in carriers(parts):
+            self._carrier(part, first, length, line.spoken)
 
-    def _carrier(self, first, length, note, spoken):
-        chord = self.arranger.chord_at(round(first * self.score.tempo / 15.0 + 0.9))
+    def _carrier(self, part, first, length, spoken):
+        note, chord = part.note, self.arranger.chord_at(round(part.start * self.score.tempo / 15.0))
         self.events.append(("Carrier", first, length, (1.0, note, 0)))
         self.events.append(("Carrier", first, length, (0.6, note - 12, 0)))
         if not spoken:
@@ -80,8 +81,8 @@ def event_line(event):
 
 
 def write_score(path, score, tables, events):
-    """The Csound score; the instruments that are always on end `ring` seconds after the last bar."""
-    end = score.seconds(score.bars * SIXTEENTHS) + 1.7
+    """The Csound score; the instruments that are always on end TAIL after the last bar."""
+    end = score.seconds(score.bars * SIXTEENTHS) + TAIL
     with open(path, "w", encoding="utf-8") as file:
         file.write("\n".join(tables) + "\n")
         for name in ("Vocoder", "Space", "Mixer"):

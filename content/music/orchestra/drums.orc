@@ -7,7 +7,7 @@ instr Kick
   aClick noise 0.5, 0
   aClick butterhp aClick, 2500
   aClick *= expsegr:a(1, 0.008, 0.001, 0.01, 0.001)
-  aOut = tanh(1.9 * aBody * aShape) * 0.72 + aClick * 0.55
+  aOut = tanh(1.9 * aBody * aShape) * 0.64 + aClick * 0.6
   aOut *= p4 * linsegr:a(1, p3, 1, 0.02, 0)
   Send aOut, aOut, "drums", 0.01, 0
 endin
@@ -25,7 +25,7 @@ instr Snare
   aRattle butterhp aRattle, 1400
   aRattle pareq aRattle, 4500, 1.6, 0.7
   aRattle *= expsegr:a(1, 0.04, 0.4, 0.13 + 0.05 * p4, 0.002, 0.1, 0.001)
-  aOut = tanh(1.4 * (aTone + 0.55 * aRattle)) * p4 * 0.62
+  aOut = tanh(1.4 * (aTone + 0.75 * aRattle)) * p4 * 1.05
   aLeft, aRight Place aOut, 0.05
   Send aLeft, aRight, "drums", 0.09, 0.0
 endin
@@ -37,7 +37,7 @@ instr Clap
   aBursts linseg 1, 0.007, 0.1, 0.001, 0.9, 0.008, 0.1, 0.001, 0.9, 0.009, 0.1, 0.001, 1, 0.03, 0.45, 0.16, 0, 1, 0
   aHands butterbp aHands, 1350, 1100
   aOther butterbp aOther, 1600, 1300
-  Send aHands * aBursts * p4 * 1.25, aOther * aBursts * p4 * 1.25, "drums", 0.16, 0.02
+  Send aHands * aBursts * p4 * 2.4, aOther * aBursts * p4 * 2.4, "drums", 0.16, 0.02
 endin
 
 instr Hat
@@ -46,7 +46,7 @@ instr Hat
   aNoise noise 0.6, 0
   aRing butterhp aMetal * aOther + aNoise, 7200
   aRing *= expsegr:a(1, 0.018 + 0.035 * p4, 0.05, 0.05, 0.001, 0.02, 0.001)
-  aLeft, aRight Place aRing * p4 * 0.34, 0.25
+  aLeft, aRight Place aRing * p4 * 1.4, 0.25
   Send aLeft, aRight, "drums", 0.02, 0
 endin
 
@@ -56,7 +56,7 @@ instr OpenHat
   aNoise noise 0.7, 0
   aRing butterhp aMetal * aOther + aNoise, 6500
   aRing *= expsegr:a(1, 0.13, 0.35, 0.08, 0.002, 0.02, 0.001)
-  aLeft, aRight Place aRing * p4 * 0.27, -0.2
+  aLeft, aRight Place aRing * p4 * 0.68, -0.2
   Send aLeft, aRight, "drums", 0.04, 0
 endin
 
@@ -68,8 +68,8 @@ instr Clock
   aBrass mode aHammer, iTone, 55
   aUpper mode aHammer, iTone * 2.42, 75
   aCase mode aHammer, iTone * 0.22, 14
-  aOut = aHammer * 0.28 + aBrass * 0.02 + aUpper * 0.012 + aCase * 0.012
-  aLeft, aRight Place aOut * p4 * 1.3, p5 == 0 ? -0.3 : 0.3
+  aOut = aHammer * 0.3 + aBrass * 0.17 + aUpper * 0.08 + aCase * 0.2
+  aLeft, aRight Place aOut * p4 * 2.1, p5 == 0 ? -0.3 : 0.3
   Send aLeft, aRight, "drums", 0.12, 0.05
 endin
 
@@ -78,7 +78,7 @@ instr Rim
   aHit += noise:a(0.5, 0) * expsegr:a(1, 0.006, 0.001, 0.01, 0.001)
   aWood mode aHit, 1650, 18
   aLow mode aHit, 540, 10
-  aLeft, aRight Place (aHit * 0.15 + aWood * 0.03 + aLow * 0.02) * p4, -0.25
+  aLeft, aRight Place (aHit * 0.3 + aWood * 0.3 + aLow * 0.25) * p4, -0.25
   Send aLeft, aRight, "drums", 0.15, 0.03
 endin
 
@@ -103,7 +103,7 @@ instr Crash
   aFade expseg 1, 0.15, 0.45, 2.5, 0.002, 0.2, 0.001
   aLeft butterhp aLeft + aRing, 3800
   aRight butterhp aRight + aRing, 4100
-  Send aLeft * aFade * p4 * 0.3, aRight * aFade * p4 * 0.3, "drums", 0.15, 0
+  Send aLeft * aFade * p4 * 0.38, aRight * aFade * p4 * 0.38, "drums", 0.15, 0
 endin
 
 instr Ride
@@ -112,7 +112,7 @@ instr Ride
   aBell oscili 0.15, 4920, giSine
   aRing butterhp aMetal * aOther + aBell, 4800
   aRing *= expsegr:a(1, 0.06, 0.4, 0.3, 0.01, 0.03, 0.001)
-  aLeft, aRight Place aRing * p4 * 0.11, 0.5
+  aLeft, aRight Place aRing * p4 * 0.5, 0.5
   Send aLeft, aRight, "drums", 0.06, 0
 endin
 
@@ -120,7 +120,7 @@ instr Shaker
   aBeads noise 1, 0
   aBeads butterbp aBeads, 7800, 4200
   aBeads *= linsegr:a(0, 0.012, 1, 0.05, 0.12, 0.04, 0, 0.01, 0)
-  aLeft, aRight Place aBeads * p4 * 0.22, -0.55
+  aLeft, aRight Place aBeads * p4 * 0.75, -0.55
   Send aLeft, aRight, "drums", 0.04, 0
 endin
 
@@ -129,6 +129,6 @@ instr Cowbell
   aHigh vco2 0.5, 845, 10
   aBell butterbp aLow + aHigh, 1500, 1700
   aBell *= expsegr:a(1, 0.03, 0.4, 0.16, 0.004, 0.05, 0.001)
-  aLeft, aRight Place aBell * p4 * 0.3, 0.45
+  aLeft, aRight Place aBell * p4 * 0.6, 0.45
   Send aLeft, aRight, "drums", 0.1, 0.08
 endin

@@ -33,10 +33,10 @@ instr Mixer
   aSpaceLeft, aSpaceRight Take "space"
   aSpeech chnget "speech"
   chnclear "speech"
-  kVoice = min(1, 4 * rms(aVoiceLeft + aVoiceRight, 6))
+  kVoice = min(1, 3 * rms(aVoiceLeft + aVoiceRight, 6))
   aLevel = a(portk(gkLevel, 0.002))
-  aSynths = a(gkDuck * (1 - 0.3 * kVoice)) * aLevel
-  aBass = (0.45 + 0.55 * a(gkDuck)) * aLevel
+  aSynths = a(gkDuck * (1 - 0.36 * kVoice)) * aLevel
+  aBass = (0.65 + 0.35 * a(gkDuck)) * aLevel
   outch 1, aDrumsLeft * 0.56 * aLevel, 2, aDrumsRight * 0.56 * aLevel
   outch 3, aBassLeft * 0.62 * aBass, 4, aBassRight * 0.62 * aBass
   outch 5, aSynthsLeft * 1.85 * aSynths, 6, aSynthsRight * 1.85 * aSynths

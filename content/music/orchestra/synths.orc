@@ -6,11 +6,11 @@ instr Bass
   aSaw vco2 0.6, iTone
   aSquare vco2 0.35, iTone * 1.004, 10
   aSub oscili 0.75, iTone, giSine
-  iOpen = 260 + 2600 * p6 * p6 + 500 * p6
+  iOpen = 320 + 3000 * p6 * p6 + 900 * p6
   aCut expsegr iOpen * 2.2, 0.07, iOpen, 0.16, 180 + iOpen * 0.3, 0.05, 120
   aGrowl moogladder2 tanh(aSaw + aSquare), aCut, 0.22
   aShape linsegr 0, 0.003, 1, 0.08, 0.85, p3, 0.6, 0.04, 0
-  aOut = tanh(1.25 * (aGrowl * 0.95 + aSub * 0.65)) * aShape * p4 * 0.62
+  aOut = tanh(1.25 * (aGrowl * 1.15 + aSub * 0.6)) * aShape * p4 * 0.62
   Send aOut, aOut, "bass", 0, 0
 endin
 
@@ -22,13 +22,13 @@ instr Pad
   aMiddle vco2 0.2, iTone
   aRight vco2 0.2, iTone * (1.0045 - kDrift)
   aUnder vco2 0.16, iTone * 0.5, 12
-  kCut = 350 + 5200 * p6 * p6 + 350 * lfo:k(1, 0.09)
+  kCut = 450 + 7000 * p6 * p6 + 350 * lfo:k(1, 0.09)
   aLeft butterlp aLeft * (1 - 0.5 * p7) + aMiddle * 0.5 + aUnder, kCut
   aRight butterlp aRight * (1 + 0.5 * p7) + delay(aMiddle, 0.011) * 0.5 + aUnder, kCut
   aLeft butterlp aLeft, kCut * 1.3
   aRight butterlp aRight, kCut * 1.3
   aShape linsegr 0, 0.09, 1, p3, 0.9, 0.35, 0
-  Send aLeft * aShape * p4 * 0.4, aRight * aShape * p4 * 0.4, "synths", 0.28, 0
+  Send aLeft * aShape * p4 * 0.31, aRight * aShape * p4 * 0.31, "synths", 0.28, 0
 endin
 
 ; A string machine: bright saws through three moving delays.
@@ -37,7 +37,7 @@ instr Strings
   aSaw vco2 0.3, iTone
   aSaw += vco2:a(0.2, iTone * 2.003)
   aSaw butterhp aSaw, 400
-  aSaw butterlp aSaw, 5200
+  aSaw butterlp aSaw, 7500
   aOne vdelay aSaw, 5 + oscili:a(1.1, 0.63, giSine), 20
   aTwo vdelay aSaw, 6 + oscili:a(1.1, 0.63, giSine, 0.33), 20
   aThree vdelay aSaw, 7 + oscili:a(0.3, 5.7, giSine, 0.66), 20
@@ -52,12 +52,12 @@ instr Arp
   kWidth lfo 0.18, 0.4
   aPulse vco2 0.4, iTone, 2, 0.42 + kWidth
   aSaw vco2 0.25, iTone * 1.003
-  iOpen = 500 + 6500 * p6 * p6
+  iOpen = 600 + 900 * p6 + 7500 * p6 * p6
   aCut expsegr iOpen * 1.8, 0.05, iOpen, 0.2, iOpen * 0.35 + 120, 0.1, 150
   aPluck zdf_ladder aPulse + aSaw, aCut, 1.8
   aShape expsegr 1, 0.14, 0.3, 0.25, 0.02, 0.12, 0.001
   aShape *= linseg:a(0, 0.002, 1, 1, 1)
-  aLeft, aRight Place aPluck * aShape * p4 * 0.36, p7
+  aLeft, aRight Place aPluck * aShape * p4 * 0.5, p7
   Send aLeft, aRight, "synths", 0.16, 0.3
 endin
 
@@ -69,11 +69,11 @@ instr Lead
   aLeft vco2 0.32, kTone * 1.004
   aRight vco2 0.32, kTone * 0.996
   aUnder vco2 0.22, kTone * 0.5, 10
-  kCut expsegr 5200, 0.2, 3400, 2, 2600, 0.1, 1500
+  kCut expsegr 7500, 0.2, 5200, 2, 3800, 0.1, 2000
   aLeft zdf_ladder aLeft + aUnder, kCut, 1.1
   aRight zdf_ladder aRight + aUnder, kCut, 1.1
   aShape linsegr 0, 0.006, 1, 0.1, 0.85, p3, 0.75, 0.09, 0
-  Send aLeft * aShape * p4 * 0.32, aRight * aShape * p4 * 0.32, "synths", 0.17, 0.26
+  Send aLeft * aShape * p4 * 0.42, aRight * aShape * p4 * 0.42, "synths", 0.17, 0.26
 endin
 
 ; The low tune of the corridor: a hollow reed.
@@ -110,7 +110,7 @@ instr Piano
   aTine *= expseg:a(1, 0.3, 0.01, 1, 0.01)
   kTremolo lfo 0.22, 4.4
   aShape expsegr 1, 0.6, 0.5, 2, 0.05, 0.35, 0.001
-  aShape *= linseg:a(0, 0.002, 1, 1, 1) * p4 * 0.34
+  aShape *= linseg:a(0, 0.002, 1, 1, 1) * p4 * 0.25
   aOut = (aTone + aTine) * aShape
   aLeft, aRight Place aOut, p6
   Send aLeft * (1 + kTremolo), aRight * (1 - kTremolo), "synths", 0.24, 0.08

@@ -3,16 +3,17 @@
 ; One line of the words. p5 is the table that tells which second of voice.wav sounds when; p6 = 1 spoken, 0 sung.
 ; A spoken line is also heard dry, moved by p7 to the lowest of its notes; of a sung one only the consonants are.
 instr Speech
+  gkVoice = p4
   aSecond tablei phasor:a(1 / p3), p5, 1
   aSpeech mincer aSecond, 1, 1, giSpeech, 1, 1024, 8
   chnmix aSpeech, "speech"
   if p6 == 1 then
     aPlain mincer aSecond, 1, p7, giSpeech, 1, 1024, 8
     aPlain butterhp aPlain, 160
-    aPlain *= 0.5
+    aPlain *= 0.5 * p4
   else
     aPlain butterhp aSpeech, 3800
-    aPlain *= 1.1
+    aPlain *= p4
   endif
   Send aPlain, aPlain, "voice", 0.08, 0.04
 endin
@@ -55,11 +56,12 @@ instr Vocoder
   aLeft, aRight Take "carrier"
   aHiss noise 0.35, 0
   aHiss butterhp aHiss, 3000
-  aLeft pareq aLeft + aHiss, 1400, 4, 0.7, 2
-  aRight pareq aRight + aHiss, 1400, 4, 0.7, 2
+  aLeft pareq aLeft + aHiss, 1400, 2.6, 0.7, 2
+  aRight pareq aRight + aHiss, 1400, 2.6, 0.7, 2
   aBright pareq aSpeech, 1800, 2, 0.7, 2
   aLeft, aRight Bands aBright, aLeft, aRight, 0, 26
-  aLeft = tanh(aLeft * 16) * 0.6
-  aRight = tanh(aRight * 16) * 0.6
+  aLoud = a(portk(gkVoice, 0.05) * 0.6)
+  aLeft = tanh(aLeft * 16) * aLoud
+  aRight = tanh(aRight * 16) * aLoud
   Send aLeft, aRight, "voice", 0.13, 0.1
 endin

@@ -12,6 +12,7 @@ giMetal ftgen 2, 0, 16384, 10, 1, 0, 0.6, 0, 0.5, 0, 0.35, 0, 0.3, 0, 0.2
 giSpeech ftgen 3, 0, 0, 1, "voice.wav", 0, 0, 1
 gkDuck init 1       ; what a kick leaves of the synths, 1 all of them
 gkLevel init 1      ; how loud the section is
+gkVoice init 1      ; how loud the line is
 giBeat = 60 / 132
 
 #include "busses.orc"

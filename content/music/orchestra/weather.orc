@@ -12,16 +12,16 @@ instr Rain
   aDropsRight dust2 0.5, 70
   aDropsLeft = mode(aDropsLeft, randomh:k(1300, 4200, 60), 14) + aDropsLeft
   aDropsRight = mode(aDropsRight, randomh:k(1300, 4200, 60), 14) + aDropsRight
-  aLeft = (aLeft * 0.22 * kGust + aDropsLeft * 0.035) * aFade * p4
-  aRight = (aRight * 0.22 * kGust + aDropsRight * 0.035) * aFade * p4
+  aLeft = (aLeft * 0.36 * kGust + aDropsLeft * 0.11) * aFade * p4
+  aRight = (aRight * 0.36 * kGust + aDropsRight * 0.11) * aFade * p4
   Send aLeft, aRight, "synths", 0.1, 0
 endin
 
 ; Far off: dark noise that rolls three times.
 instr Thunder
   p3 += 3
-  aLeft fractalnoise 0.5, 1.6
-  aRight fractalnoise 0.5, 1.6
+  aLeft tone noise:a(16, 0), 50
+  aRight tone noise:a(16, 0), 50
   kRoll expseg 0.01, 0.25, 1, 0.5, 0.3, 0.4, 0.8, 0.7, 0.25, 0.6, 0.45, p3 - 2.45, 0.003
   aLeft butterlp butterhp(aLeft, 45), 190
   aRight butterlp butterhp(aRight, 45), 210
