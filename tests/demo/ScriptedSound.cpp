@@ -86,10 +86,11 @@ FMOD_RESULT System::createStream(const char *name, FMOD_MODE mode, FMOD_CREATESO
     return isAsTold ? ResultOf("createStream") : FMOD_ERR_INVALID_PARAM;
 }
 
-FMOD_RESULT System::playSound(FMOD_CHANNELINDEX channel, Sound *sound, bool paused, Channel **made)
+FMOD_RESULT System::playSound(FMOD_CHANNELINDEX channelid, Sound *sound, bool paused,
+                              Channel **channel)
 {
-    const bool isAsTold = channel == FMOD_CHANNEL_FREE && sound == &theSound && !paused;
-    *made = &theChannel;
+    const bool isAsTold = channelid == FMOD_CHANNEL_FREE && sound == &theSound && !paused;
+    *channel = &theChannel;
     return isAsTold ? ResultOf("playSound") : FMOD_ERR_INVALID_PARAM;
 }
 

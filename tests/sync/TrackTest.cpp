@@ -89,8 +89,8 @@ TEST(Track, ExactHitInterpolatesTheFractionOfTheRow)
 
 TEST(Track, NegativeRowsFloorTowardMinusInfinity)
 {
-    const cTestTrack track({{-2, 0.0f, 1}, {-1, 10.0f, 1}, {0, 20.0f, 1}, {1, 30.0f, 0}});
-    EXPECT_EQ(track.At(-0.5), 15.0f); // between -1 and 0, not between 0 and 1
+    const cTestTrack track({{-2, 0.0f, 1}, {-1, 10.0f, 1}, {0, 20.0f, 1}, {1, 50.0f, 0}});
+    EXPECT_EQ(track.At(-0.5), 15.0f); // between -1 and 0; from 0 and 1 it would be 5
     EXPECT_EQ(track.At(-1.5), 5.0f);
 }
 
@@ -147,7 +147,7 @@ TEST(Track, AnnouncedKeysWithoutMemoryAreZero)
 
 TEST(TrackDeath, TypeOutsideTheFourStopsTheProgramWhenSampled)
 {
-    const cTestTrack track({{0, 1.0f, 5}, {10, 3.0f, -1}, {20, 3.0f, 7}});
+    const cTestTrack track({{0, 1.0f, 4}, {10, 3.0f, -1}, {20, 3.0f, 7}});
     const char *message = "\\(0\\), function sync_get_val, file sync/track, line 64";
     EXPECT_DEATH(track.At(5.0), message);
     EXPECT_DEATH(track.At(15.0), message);
