@@ -38,7 +38,8 @@ ssize_t Read(void *, char *destination, size_t size)
     file.mCalls++;
     const size_t start = std::min(size_t(file.mPosition), file.mSize);
     const size_t count = std::min(size, file.mSize - start);
-    std::memcpy(destination, file.mData + start, count);
+    if (count > 0)
+        std::memcpy(destination, file.mData + start, count);
     file.mPosition += off_t(count);
     return ssize_t(count);
 }
