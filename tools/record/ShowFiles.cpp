@@ -100,7 +100,8 @@ void CheckObject(const char *path)
 // What `track` chooses at `row` among `count`; negative for nothing.
 int GetIndex(const demo::cShow &show, demo::eTrack track, double row, int count)
 {
-    const int index = platform::TruncateToInt(double(sync_get_val(show.mTracks[size_t(track)], row)));
+    const int index =
+        platform::TruncateToInt(double(sync_get_val(show.mTracks[size_t(track)], row)));
     if (index >= count)
         throw cFailure(TrackFile(track) + ": " + std::to_string(index) + " at row " +
                        std::to_string(row) + ", where " + std::to_string(count - 1) +
