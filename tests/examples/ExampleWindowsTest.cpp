@@ -1,0 +1,51 @@
+#include "tests/support/Process.h"
+#include "tests/support/TestFiles.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <chrono>
+#include <csignal>
+#include <filesystem>
+#include <thread>
+
+namespace
+{
+// Each program in a real window, started from a folder that is not its own.
+class ExampleWindow : public testing::TestWithParam<const char *>
+{};
+
+TEST_P(ExampleWindow, OpensAndRunsUntilItIsEnded)
+{
+    const std::string program = std::string(VYR_BINARY_DIR "/examples/example-") + GetParam();
+    const test::cTemporaryFolder folder;
+    test::cProcess example({program}, folder.Path());
+    std::this_thread::sleep_for(std::chrono::seconds(3));
+    EXPECT_TRUE(example.IsRunning());
+    example.Signal(SIGTERM);
+    const test::cProcessResult result = example.Wait();
+    EXPECT_EQ(result.mSignal, SIGTERM);
+    EXPECT_NE(result.mOutput.find("Escape ends it."), std::string::npos) << result.mErrors;
+}
+
+std::string NameOf(const testing::TestParamInfo<const char *> &info)
+{
+    std::string name = info.param;
+    std::erase(name, '-');
+    return name;
+}
+
+INSTANTIATE_TEST_SUITE_P(All, ExampleWindow,
+                         testing::Values("sprite", "movement", "object", "rgb-split",
+                                         "feedback-blur", "signal-distort", "text", "show"),
+                         NameOf);
+
+TEST(ExampleWithoutADisplay, SaysSoAndFails)
+{
+    const test::cProcessResult result =
+        test::Run({"/usr/bin/env", "-u", "DISPLAY", "-u", "WAYLAND_DISPLAY",
+                   VYR_BINARY_DIR "/examples/example-sprite"});
+    EXPECT_EQ(result.mStatus, 1);
+    EXPECT_EQ(std::count(result.mErrors.begin(), result.mErrors.end(), '\n'), 1) << result.mErrors;
+}
+} // namespace
