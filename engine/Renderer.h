@@ -134,7 +134,9 @@ public:
     /// and all four channels on.
     void Post_RGBSplit(int texture, cVector2 offset);
     /// Adds to the window a zoom blur of `texture`: eight passes, each laying the picture,
-    /// magnified by zoom^(2^i), over itself with the opacity w / (w + 1), w = weight^(2^i). The
+    /// magnified by zoom^(2^i), over itself with the opacity w / (w + 1), w = weight^(2^i), times
+    /// the alpha that the picture has by then. The layers lie upside down on one another from pass
+    /// to pass, and the result compared with Post_Draw: a render target comes out upright. The
     /// plain copies in it take the current colour as it stands. Needs InitPostProcessing. Whatever
     /// was bound, it ends on the window, with blending on and additive (GL_ONE, GL_ONE), the colour
     /// white, depth testing on: the next drawer sets its own blend function.
