@@ -1,6 +1,7 @@
 #include "tools/record/Encoder.h"
 
 #include "tools/record/Failure.h"
+#include "tools/record/Yuv.h"
 
 #include <cstdio>
 #include <set>
@@ -21,12 +22,11 @@ void Add(tArguments &arguments, const tArguments &more)
     arguments.insert(arguments.end(), more.begin(), more.end());
 }
 
-// Half a frame early: wherever the rounding goes, this frame is the first one at or after it.
+// Which the encoder rounds to its nearest frame again.
 std::string TimeOfFrame(int64_t frame, const cFrameRate &rate)
 {
     char text[32];
-    std::snprintf(text, sizeof text, "%.6f",
-                  (double(frame) - 0.5) * double(rate.mDenominator) / double(rate.mNumerator));
+    std::snprintf(text, sizeof text, "%.6f", cFrameGrid(rate).Seconds(frame));
     return text;
 }
 
@@ -53,7 +53,7 @@ tArguments GetPictureInput(const cEncoding &encoding)
 {
     const cSize &size = encoding.mSize;
     return {"-f",         "rawvideo",
-            "-pix_fmt",   "rgb0",
+            "-pix_fmt",   "yuv420p",
             "-s",         std::to_string(size.mWidth) + "x" + std::to_string(size.mHeight),
             "-framerate", encoding.mRate.ToText(),
             "-i",         "pipe:0"};
@@ -65,8 +65,6 @@ tArguments GetPictureOutput(const cEncoding &encoding)
     const int64_t framesPerSecond = (rate.mNumerator + rate.mDenominator - 1) / rate.mDenominator;
     return {"-map",
             "0:v",
-            "-vf",
-            "scale=out_color_matrix=bt709:out_range=tv,format=yuv420p",
             "-color_range",
             "tv",
             "-colorspace",
@@ -78,7 +76,7 @@ tArguments GetPictureOutput(const cEncoding &encoding)
             "-c:v",
             "libx264",
             "-preset",
-            "veryfast",
+            "superfast",
             "-qp",
             quantiser,
             "-bf",
@@ -112,7 +110,8 @@ cEncoder::cEncoder(const cEncoding &encoding) : mProgram(GetArguments(encoding),
 
 void cEncoder::Take(const cDrawnFrame &frame)
 {
-    if (mProgram.Write(frame.mPicture.mBytes.data(), frame.mPicture.mBytes.size()))
+    ConvertToYuv(frame.mPicture, mPlanes);
+    if (mProgram.Write(mPlanes.data(), mPlanes.size()))
         return;
     mProgram.Finish(); // throws, with its own words
     throw cFailure("ffmpeg: ended before the last frame");

@@ -39,6 +39,7 @@ public:
 
 private:
     cChildProcess mProgram;
+    std::vector<uint8_t> mPlanes;
 };
 
 /// Cuts the file's sound where its picture ends, after `seconds`. Throws cFailure.

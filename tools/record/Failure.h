@@ -15,4 +15,10 @@ class cUsageError : public cFailure
 {
     using cFailure::cFailure;
 };
+
+/// Somebody interrupted before there was anything worth keeping.
+class cInterruption : public cFailure
+{
+    using cFailure::cFailure;
+};
 } // namespace record

@@ -53,9 +53,9 @@ cMusic::cMusic(const cFrameGrid &grid, const cFrameRange &range, const cFrameRan
     mEnd = grid.Sample(piece.mEnd) - first;
     try {
         Encode(first, mIsLast ? count : std::min(count, mEnd + lookaheadSamples));
-    } catch (const cFailure &failure) {
+    } catch (const cFailure &) {
         unlink(mPath.c_str());
-        throw cFailure(std::string(musicPath) + ": " + failure.what());
+        throw;
     }
 }
 
@@ -102,7 +102,9 @@ std::vector<std::string> cMusic::GetInputOptions() const
         options = {"-ss", ToSeconds(seek), "-itsoffset", ToSeconds(seek - mBegin)};
     if (!mIsLast) {
         options.push_back("-t");
-        options.push_back(ToSeconds(std::max<int64_t>(1, PacketStart(mEnd) - insidePacket - seek)));
+        // counted from the piece's beginning: packets that start before it are within
+        options.push_back(
+            ToSeconds(std::max<int64_t>(1, PacketStart(mEnd) - insidePacket - mBegin)));
     }
     options.insert(options.end(), {"-f", "mp4", "-i", mPath});
     return options;

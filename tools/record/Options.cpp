@@ -22,7 +22,7 @@ const double barsOfShow = 113.25;
 /// The options as they were typed.
 struct cTyped
 {
-    std::string mSize, mRate, mFrom, mTo, mPart, mStill, mEvery, mColumns;
+    std::optional<std::string> mSize, mRate, mFrom, mTo, mPart, mStill, mEvery, mColumns;
 };
 
 [[noreturn]] void Refuse(const std::string &option, const std::string &text,
@@ -121,22 +121,22 @@ int ReadColumns(const std::string &text)
 
 void ReadTyped(const cTyped &typed, cOptions &options)
 {
-    if (!typed.mSize.empty())
-        options.mSize = ReadSize(typed.mSize);
-    if (!typed.mRate.empty())
-        options.mRate = ReadRate(typed.mRate);
-    if (!typed.mFrom.empty())
-        options.mFrom = ReadRow("--from", typed.mFrom);
-    if (!typed.mTo.empty())
-        options.mTo = ReadRow("--to", typed.mTo);
-    if (!typed.mPart.empty())
-        ReadPart(typed.mPart, options);
-    if (!typed.mStill.empty())
-        options.mStill = ReadStill(typed.mStill);
-    if (!typed.mEvery.empty())
-        options.mEveryBars = ReadEvery(typed.mEvery);
-    if (!typed.mColumns.empty())
-        options.mColumns = ReadColumns(typed.mColumns);
+    if (typed.mSize)
+        options.mSize = ReadSize(*typed.mSize);
+    if (typed.mRate)
+        options.mRate = ReadRate(*typed.mRate);
+    if (typed.mFrom)
+        options.mFrom = ReadRow("--from", *typed.mFrom);
+    if (typed.mTo)
+        options.mTo = ReadRow("--to", *typed.mTo);
+    if (typed.mPart)
+        ReadPart(*typed.mPart, options);
+    if (typed.mStill)
+        options.mStill = ReadStill(*typed.mStill);
+    if (typed.mEvery)
+        options.mEveryBars = ReadEvery(*typed.mEvery);
+    if (typed.mColumns)
+        options.mColumns = ReadColumns(*typed.mColumns);
 }
 
 void CheckName(const std::string &path, const char *extension, const char *what)
@@ -161,7 +161,7 @@ void CheckRange(const cOptions &options)
 void CheckRecording(const cOptions &options)
 {
     if (options.mOutput.empty() && options.mManifest.empty() && options.mFlashReport.empty())
-        throw cUsageError("nothing to do: name a file with -o or --manifest");
+        throw cUsageError("nothing to do: name a file with -o, --manifest or --flash-report");
     if (options.mOutput.empty())
         return;
     CheckName(options.mOutput, ".mp4", "a recording");
@@ -205,11 +205,27 @@ void Check(cOptions &options)
     CheckDistinct(options);
 }
 
-// `option` makes no sense together with `others`.
-void Exclude(CLI::App &app, const char *option, std::initializer_list<const char *> others)
+// Throws when one of `others` was given together with `option`.
+void Exclude(const CLI::App &app, const char *option, std::initializer_list<const char *> others)
 {
     for (const char *other : others)
-        app.get_option(option)->excludes(app.get_option(other));
+        if (app.count(option) > 0 && app.count(other) > 0)
+            throw cUsageError(std::string(option) + " and " + other + " do not go together");
+}
+
+void Require(const CLI::App &app, const char *option, const char *needed)
+{
+    if (app.count(option) > 0 && app.count(needed) == 0)
+        throw cUsageError(std::string(option) + " goes with " + needed);
+}
+
+void CheckCombination(const CLI::App &app)
+{
+    Exclude(app, "--still",
+            {"--sheet", "--from", "--to", "--part", "--manifest", "--flash-report"});
+    Exclude(app, "--sheet", {"--part", "--manifest", "--flash-report"});
+    Require(app, "--every", "--sheet");
+    Require(app, "--columns", "--sheet");
 }
 
 void AddOptions(CLI::App &app, cOptions &options, cTyped &typed)
@@ -228,6 +244,9 @@ void AddOptions(CLI::App &app, cOptions &options, cTyped &typed)
     app.add_option("--part", typed.mPart, "only the K-th of N equal pieces")->type_name("K/N");
     app.add_option("--manifest", options.mManifest, "write a line a frame: frame, row, hash")
         ->type_name("FILE");
+    app.add_option("--flash-report", options.mFlashReport,
+                   "write where the picture flashes too often; status 3 when it does")
+        ->type_name("FILE");
     app.add_option("--still", typed.mStill, "make one picture, of ROW")->type_name("ROW");
     app.add_flag("--sheet", options.mIsSheet, "make one picture of the whole show, labelled");
     app.add_option("--every", typed.mEvery, "bars from one picture of the sheet to the next [4]")
@@ -237,18 +256,10 @@ void AddOptions(CLI::App &app, cOptions &options, cTyped &typed)
     app.set_version_flag("--version", "vyr-record " VYR_VERSION);
 }
 
-void SetExclusions(CLI::App &app)
-{
-    Exclude(app, "--still", {"--sheet", "--from", "--to", "--part", "--manifest"});
-    Exclude(app, "--sheet", {"--part", "--manifest"});
-    app.get_option("--every")->needs(app.get_option("--sheet"));
-    app.get_option("--columns")->needs(app.get_option("--sheet"));
-}
-
 const char *const footer =
     "The show is drawn without a window, frame by frame: frame n is what the show shows at second\n"
     "n / RATE of its music. The file named by -o is replaced, when the new one is complete.\n"
-    "Exit status: 0 done, 1 failed, 2 misused, "
+    "Exit status: 0 done, 1 failed, 2 misused, 3 flashes more often than WCAG 2.3.1 allows,\n"
     "130 interrupted.";
 } // namespace
 
@@ -259,7 +270,6 @@ std::optional<cOptions> ReadCommandLine(int argc, char **argv)
     cOptions options;
     cTyped typed;
     AddOptions(app, options, typed);
-    SetExclusions(app);
     try {
         app.parse(argc, argv);
     } catch (const CLI::Success &success) {
@@ -268,6 +278,7 @@ std::optional<cOptions> ReadCommandLine(int argc, char **argv)
     } catch (const CLI::ParseError &error) {
         throw cUsageError(error.what());
     }
+    CheckCombination(app);
     ReadTyped(typed, options);
     Check(options);
     return options;

@@ -2,6 +2,7 @@
 
 #include "tools/record/Encoder.h"
 #include "tools/record/Failure.h"
+#include "tools/record/FlashReport.h"
 #include "tools/record/Interrupt.h"
 #include "tools/record/Manifest.h"
 #include "tools/record/Music.h"
@@ -27,6 +28,10 @@ public:
              const cFrameRange &piece)
         : mGrid(grid), mPiece(piece)
     {
+        if (!options.mFlashReport.empty())
+            mFlashReport.emplace(options.mFlashReport);
+        if (mFlashReport)
+            mFlashMeter.emplace(options.mSize.mWidth, options.mSize.mHeight, options.mRate);
         if (!options.mManifest.empty())
             mManifest.emplace(options.mManifest, Describe(options));
         if (options.mOutput.empty())
@@ -44,15 +49,19 @@ public:
             sinks.push_back(&*mEncoder);
         if (mManifest)
             sinks.push_back(&*mManifest);
+        if (mFlashMeter)
+            sinks.push_back(&*mFlashMeter);
         return sinks;
     }
 
     /// Completes what was asked for, with the frames from the piece's first to `end`.
-    void Finish(int64_t end)
+    void Finish(int64_t end, const demo::tTracks &tracks)
     {
         const bool isWhole = end == mPiece.mEnd;
         if (mManifest)
             mManifest->Finish(isWhole ? "" : "interrupted");
+        if (mFlashMeter)
+            WriteFlashReport(*mFlashReport, *mFlashMeter, mGrid, {mPiece.mFirst, end}, tracks);
         if (!mEncoder)
             return;
         mEncoder->Finish();
@@ -60,6 +69,8 @@ public:
             CutSound(mVideo->GetTemporaryPath(), mGrid.Seconds(end) - mGrid.Seconds(mPiece.mFirst));
         mVideo->Commit();
     }
+
+    bool HasFlashes() const { return mFlashMeter && !mFlashMeter->GetFlashes().empty(); }
 
 private:
     static std::string Describe(const cOptions &options)
@@ -71,6 +82,8 @@ private:
 
     cFrameGrid mGrid;
     cFrameRange mPiece;
+    std::optional<cTextFile> mFlashReport;
+    std::optional<cFlashMeter> mFlashMeter;
     std::optional<cManifest> mManifest;
     std::optional<cOutputFile> mVideo;
     std::optional<cMusic> mMusic;
@@ -150,6 +163,12 @@ void CheckRows(const cStage &stage, const cFrameGrid &grid, const cFrameRange &p
         CheckRow(stage.GetShow(), grid.Row(frame));
 }
 
+void SayFlashes(const cOptions &options)
+{
+    std::fprintf(stderr, "vyr-record: %s: more than three flashes in a second\n",
+                 options.mFlashReport.c_str());
+}
+
 void SayInterrupted(const cOptions &options, const cFrameRange &piece, int64_t end)
 {
     const std::string &file = !options.mOutput.empty()     ? options.mOutput
@@ -175,12 +194,16 @@ eOutcome Record(const cOptions &options)
     const int64_t end = DrawFrames(stage, grid, piece, writer);
     writer.Finish();
     if (end == piece.mFirst)
-        throw cFailure("interrupted before the first frame: nothing was written");
-    results.Finish(end);
-    if (end == piece.mEnd)
+        throw cInterruption("interrupted before the first frame: nothing was written");
+    results.Finish(end, stage.GetShow().mTracks);
+    if (end < piece.mEnd) {
+        SayInterrupted(options, piece, end);
+        return INTERRUPTED;
+    }
+    if (!results.HasFlashes())
         return DONE;
-    SayInterrupted(options, piece, end);
-    return INTERRUPTED;
+    SayFlashes(options);
+    return FLASHES;
 }
 
 eOutcome RecordStill(const cOptions &options)

@@ -134,7 +134,7 @@ eOutcome RecordSheet(const cOptions &options)
                headingColor);
     for (int i = 0; i < int(rows.size()); i++) {
         if (IsInterrupted())
-            throw cFailure("interrupted: nothing was written");
+            throw cInterruption("interrupted: nothing was written");
         const int64_t row = rows[size_t(i)];
         const int left = layout.Left(i), top = layout.Top(i);
         Paste(ToTile(stage.DrawStill(grid, row), layout), sheet, left, top);

@@ -35,6 +35,8 @@ int main(int argc, char **argv)
         return Run(argc, argv);
     } catch (const record::cUsageError &error) {
         return Fail(error, record::MISUSED);
+    } catch (const record::cInterruption &error) {
+        return Fail(error, record::INTERRUPTED);
     } catch (const std::exception &error) {
         return Fail(error, record::FAILED);
     }

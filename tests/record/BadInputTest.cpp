@@ -1,0 +1,254 @@
+// What goes wrong around the recorder, through the real program: one line that names the thing, the
+// right exit status, and no file that was not there before.
+
+#include "tests/record/RecordRun.h"
+
+#include <gmock/gmock.h>
+
+#include <chrono>
+#include <csignal>
+#include <fstream>
+#include <thread>
+
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace fs = std::filesystem;
+using namespace record_test;
+using testing::HasSubstr;
+
+namespace
+{
+class BadInput : public cRecordTest
+{
+protected:
+    // Runs `words` and expects `status`, one line with `what` in it, and no new file.
+    static void Expect(const tWords &words, int status, const std::string &what,
+                       const tWords &environment = {})
+    {
+        SCOPED_TRACE(testing::PrintToString(words));
+        const tWords before = Files();
+        const test::cProcessResult result = Record(words, environment);
+        EXPECT_EQ(result.mStatus, status);
+        EXPECT_THAT(result.mErrors, HasSubstr(what));
+        EXPECT_THAT(result.mErrors, testing::StartsWith("vyr-record: "));
+        EXPECT_EQ(std::count(result.mErrors.begin(), result.mErrors.end(), '\n'), 1)
+            << result.mErrors;
+        EXPECT_EQ(Files(), before);
+    }
+
+    static void WriteScript(const std::string &path, const std::string &body)
+    {
+        test::WriteFile(Folder() / path, "#!/bin/sh\n" + body);
+        fs::permissions(Folder() / path, fs::perms::owner_all);
+    }
+
+    static std::string PathWith(const std::string &folder)
+    {
+        std::string path = (Folder() / folder).string();
+        return path.insert(0, "PATH=").append(":").append(std::getenv("PATH"));
+    }
+};
+
+TEST_F(BadInput, UsageErrorsNameTheOption)
+{
+    const tWords video = {"-o", "a.mp4"};
+    Expect({}, 2, "nothing to do");
+    Expect({"--frobnicate"}, 2, "--frobnicate");
+    Expect({"-o"}, 2, "--output");
+    Expect({"-o", "a.png"}, 2, ".mp4");
+    Expect({"--still", "10", "-o", "a.mp4"}, 2, ".png");
+    Expect({"--still", "10"}, 2, "-o");
+    Expect({"extra", "-o", "a.mp4"}, 2, "extra");
+    for (const char *size : {"0x0", "0x720", "1280", "1280x", "x720", "-2x4", "1e3x4", "4x4x4", ""})
+        Expect(video + tWords{"--size", size}, 2, "--size");
+    Expect(video + tWords{"--size", "65x36"}, 2, "even");
+    Expect(video + tWords{"--size", "200000x200000"}, 2, "the driver draws up to");
+    for (const char *rate : {"0", "-1", "29.97", "60/0", "fast", "1/0"})
+        Expect(video + tWords{"--fps", rate}, 2, "--fps");
+    for (const char *row : {"-1", "3624.1", "4000", "nan", "inf", "ten", "1e99"}) {
+        Expect(video + tWords{"--from", row}, 2, "--from");
+        Expect(video + tWords{"--to", row}, 2, "--to");
+        Expect({"--still", row, "-o", "a.png"}, 2, "--still");
+    }
+    Expect({"--still", "3624", "-o", "a.png"}, 2, "--still");
+    Expect(video + tWords{"--from", "20", "--to", "10"}, 2, "--from");
+    Expect(video + tWords{"--from", "20", "--to", "20.001"}, 2, "no frame");
+    for (const char *part : {"0/4", "5/4", "1", "1/0", "a/b", "-1/4", "1/4/2", "1.5/4"})
+        Expect(video + tWords{"--part", part}, 2, "--part");
+    Expect(video + tWords{"--to", "1", "--part", "1/100"}, 2, "--part");
+    Expect({"--sheet", "-o", "a.png", "--every", "0"}, 2, "--every");
+    Expect({"--sheet", "-o", "a.png", "--columns", "0"}, 2, "--columns");
+    Expect(video + tWords{"--every", "2"}, 2, "--every");
+    Expect({"--sheet", "--still", "3", "-o", "a.png"}, 2, "--still");
+    Expect({"--sheet", "--manifest", "m.txt", "-o", "a.png"}, 2, "--manifest");
+    Expect({"--manifest", "m.txt", "--flash-report", "./m.txt"}, 2, "two results");
+}
+
+TEST_F(BadInput, OutputThatCannotBeWrittenIsNamed)
+{
+    Expect(kSmall + tWords{"--to", "5", "-o", "no/folder/a.mp4"}, 1, "no/folder/a.mp4");
+    Expect(kSmall + tWords{"--to", "5", "--manifest", "no/folder/m.txt"}, 1, "no/folder/m.txt");
+    Expect(kSmall + tWords{"--to", "5", "--flash-report", "no/f.txt"}, 1, "no/f.txt");
+    Expect(kSmall + tWords{"--to", "5", "--manifest", "/dev/full"}, 1, "No space left");
+    Expect({"--still", "5", "-o", "no/folder/a.png"}, 1, "no/folder/a.png");
+    Expect({"--sheet", "-o", "no/folder/a.png"}, 1, "no/folder/a.png");
+    fs::create_directory(Folder() / "folder.mp4");
+    Expect(kSmall + tWords{"--to", "5", "-o", "folder.mp4"}, 1, "folder.mp4");
+}
+
+TEST_F(BadInput, ShowThatIsNoneIsNamed)
+{
+    const auto fail = [](const tWords &command, const std::string &what) {
+        const test::cProcessResult result = test::Run(command, Folder());
+        EXPECT_EQ(result.mStatus, 1);
+        EXPECT_THAT(result.mErrors, HasSubstr(what));
+    };
+    fail({VYR_RECORD, "--show", "nowhere", "-o", "a.mp4"}, "nowhere");
+    fail({VYR_RECORD, "-o", "a.mp4"}, "--show");
+}
+
+class BrokenShow : public BadInput
+{
+protected:
+    // A show in which `path` holds `bytes`, or is missing where they are "-".
+    static void ExpectNamed(const std::string &path, const std::string &bytes,
+                            const std::string &what)
+    {
+        SCOPED_TRACE(path);
+        fs::remove_all(Folder() / "broken");
+        fs::copy(Folder() / "show", Folder() / "broken", fs::copy_options::recursive);
+        fs::remove(Folder() / "broken" / path);
+        if (bytes != "-")
+            test::WriteFile(Folder() / "broken" / path, bytes);
+        const test::cProcessResult result = test::Run(
+            {VYR_RECORD, "--show", "broken", "--size", "64x36", "--fps", "1", "-o", "broken.mp4"},
+            Folder());
+        EXPECT_EQ(result.mStatus, 1);
+        EXPECT_THAT(result.mErrors, HasSubstr(path));
+        EXPECT_THAT(result.mErrors, HasSubstr(what));
+        EXPECT_FALSE(Exists("broken.mp4"));
+    }
+};
+
+TEST_F(BrokenShow, NamesTheFileAndTheReason)
+{
+    const std::string key("\1\0\0\0\0\0\0\0\0\0\0\0\0\0\x80\x3f", 16); // row 0, value 1
+    ExpectNamed("data/waiting.mp3", "-", "No such file");
+    ExpectNamed("data/waiting.mp3", "no music at all", "Invalid");
+    ExpectNamed("data/oh1.lwo", "-", "not there");
+    ExpectNamed("data/oh2.lwo", "FORM", "LWO2");
+    ExpectNamed("data/shaders/plasma.fs", "-", "not there");
+    ExpectNamed("data/shaders/noise.fs", "void main() { oops }", "compile");
+    ExpectNamed("data/photos/tovak01.png", "-", "row");
+    ExpectNamed("data/lyrics/lyrics003", "no picture", "row");
+    ExpectNamed("data/vignette1.png", "-", "row");
+    ExpectNamed("sync_fade:plasma.track", "abc", "cut off");
+    ExpectNamed("sync_fade:plasma.track", std::string("\2\0\0\0\0\0\0\0", 8) + key.substr(8),
+                "fewer");
+    ExpectNamed("sync_fade:plasma.track", std::string(8, '\xff'), "negative");
+    ExpectNamed("sync_fade:plasma.track", key + '\7', "interpolation");
+    std::string far = key;
+    far.replace(12, 4, std::string("\0\0\xc8\x42", 4)); // 100
+    ExpectNamed("sync_image:left.track", far + std::string(1, '\0'), "100");
+    ExpectNamed("sync_object:num.track", far + std::string(1, '\0'), "100");
+}
+
+TEST_F(BadInput, NoEncoderIsSaidInOneLine)
+{
+    Expect(kSmall + tWords{"--to", "5", "-o", "a.mp4"}, 1, "ffmpeg", {"PATH=/nowhere"});
+}
+
+// An encoder that takes the sound, then a little of the picture, and ends.
+TEST_F(BadInput, EncoderThatEndsHalfWayLeavesTheOldFile)
+{
+    fs::create_directory(Folder() / "fake");
+    WriteScript("fake/ffmpeg", "case \"$*\" in *rawvideo*) head -c 50000 >/dev/null\n"
+                               "echo first >&2; echo 'went away' >&2; exit 9;; esac\n"
+                               "PATH=${PATH#*:} exec ffmpeg \"$@\"\n");
+    test::WriteFile(Folder() / "old.mp4", "old");
+    Expect(kSmall + tWords{"-o", "old.mp4"}, 1, "went away", {PathWith("fake")});
+    EXPECT_EQ(test::ReadFile(Folder() / "old.mp4"), "old");
+    WriteScript("fake/ffmpeg", "case \"$*\" in *rawvideo*) head -c 50000 >/dev/null\n"
+                               "kill -9 $$;; esac\n"
+                               "PATH=${PATH#*:} exec ffmpeg \"$@\"\n");
+    Expect(kSmall + tWords{"-o", "old.mp4"}, 1, "signal 9", {PathWith("fake")});
+    EXPECT_EQ(test::ReadFile(Folder() / "old.mp4"), "old");
+}
+
+// A disk of 200 kB, in a mount namespace of its own.
+TEST_F(BadInput, FullDiskIsSaidAndLeavesNothing)
+{
+    const std::string record = tWords{VYR_RECORD}[0] + " --show show --size 640x360 --fps 30";
+    const std::string script =
+        "mkdir -p full && mount -t tmpfs -o size=200k none full || exit 77; " + record +
+        " --to 200 -o full/a.mp4 || echo status $?; ls -A full";
+    const test::cProcessResult result =
+        test::Run({"unshare", "--map-root-user", "--mount", "sh", "-c", script}, Folder());
+    if (result.mStatus != 0)
+        GTEST_SKIP() << "no mount namespaces here: " << result.mErrors;
+    EXPECT_EQ(result.mOutput, "status 1\n");
+    EXPECT_THAT(result.mErrors, HasSubstr("No space left on device"));
+    EXPECT_EQ(std::count(result.mErrors.begin(), result.mErrors.end(), '\n'), 1) << result.mErrors;
+}
+
+class Interrupting : public BadInput
+{
+protected:
+    // Starts to record for long and interrupts when a good part of a second of video is written.
+    static test::cProcessResult RecordAndInterrupt(const tWords &words, int signal)
+    {
+        test::cProcess process(Command(words), Folder());
+        std::this_thread::sleep_for(std::chrono::milliseconds(1500));
+        for (int i = 0; i < 500 && process.IsRunning() && CountHidden() == 0; i++)
+            std::this_thread::sleep_for(std::chrono::milliseconds(20));
+        std::this_thread::sleep_for(std::chrono::milliseconds(1500));
+        process.Signal(signal);
+        return process.Wait(60.0);
+    }
+
+    static long CountHidden()
+    {
+        const tWords files = Files();
+        return std::count_if(files.begin(), files.end(),
+                             [](const std::string &name) { return name[0] == '.'; });
+    }
+};
+
+TEST_F(Interrupting, LeavesAPlayableFileAndSaysSo)
+{
+    const test::cProcessResult result =
+        RecordAndInterrupt({"--size", "320x180", "-o", "cut.mp4", "--manifest", "cut.txt"}, SIGINT);
+    EXPECT_EQ(result.mStatus, 130);
+    EXPECT_THAT(result.mErrors,
+                testing::MatchesRegex("vyr-record: interrupted: .*/cut.mp4 holds the first [0-9]+ "
+                                      "of 12355 frames\n"));
+    EXPECT_EQ(CountHidden(), 0);
+    const size_t frames = DecodedFrames(Folder() / "cut.mp4").size();
+    EXPECT_GT(frames, 0u);
+    EXPECT_EQ(ManifestLines(Folder() / "cut.txt").size(), frames);
+    EXPECT_THAT(result.mErrors, HasSubstr(std::to_string(frames) + " of 12355"));
+    const double picture = std::stod(Probe(Folder() / "cut.mp4", "v:0", "stream=duration").at(0));
+    const double sound = std::stod(Probe(Folder() / "cut.mp4", "a:0", "stream=duration").at(0));
+    EXPECT_NEAR(sound, picture, 1024.0 / 44100);
+}
+
+TEST_F(Interrupting, LeavesNoHalfPicture)
+{
+    const test::cProcessResult result =
+        RecordAndInterrupt({"--sheet", "--every", "0.25", "-o", "sheet.png"}, SIGTERM);
+    EXPECT_EQ(result.mStatus, 130);
+    EXPECT_FALSE(Exists("sheet.png"));
+    EXPECT_EQ(CountHidden(), 0);
+}
+
+TEST_F(BadInput, HelpAndVersionAreNoErrors)
+{
+    const test::cProcessResult help = Record({"--help"});
+    EXPECT_EQ(help.mStatus, 0);
+    EXPECT_THAT(help.mOutput, HasSubstr("--flash-report"));
+    const test::cProcessResult version = Record({"--version"});
+    EXPECT_EQ(version.mStatus, 0);
+    EXPECT_THAT(version.mOutput, testing::StartsWith("vyr-record "));
+}
+} // namespace
