@@ -26,7 +26,8 @@ struct WindowSystem
 
 const WindowSystem &ScreenWindowSystem();
 /// A context without a display (EGL). `open` takes any size that the driver can draw; Escape is
-/// never held. It needs neither an X server nor a graphics card.
+/// never held. It needs neither an X server nor a graphics card, and draws on the first card that
+/// there is unless LIBGL_ALWAYS_SOFTWARE is set.
 const WindowSystem &OffscreenWindowSystem();
 
 /// Chooses the window system; before `StartWindowSystem`. It is the screen's until somebody

@@ -2,8 +2,12 @@
 
 #include <epoxy/egl.h>
 
+#include <algorithm>
 #include <chrono>
 #include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <vector>
 
 namespace platform
 {
@@ -23,31 +27,49 @@ bool Fail(const char *what)
     return false;
 }
 
-// A display of the driver's own, which needs no window server, before the system's default one.
-EGLDisplay FindDisplay()
+bool HasClientExtension(const char *name)
 {
     const char *extensions = eglQueryString(EGL_NO_DISPLAY, EGL_EXTENSIONS);
-    if (extensions && epoxy_has_egl_extension(EGL_NO_DISPLAY, "EGL_MESA_platform_surfaceless"))
-        return eglGetPlatformDisplayEXT(EGL_PLATFORM_SURFACELESS_MESA, nullptr, nullptr);
-    return eglGetDisplay(EGL_DEFAULT_DISPLAY);
+    return extensions && epoxy_has_egl_extension(EGL_NO_DISPLAY, name);
 }
 
-bool Start()
+bool IsSoftware(EGLDeviceEXT device)
 {
-    if (display != EGL_NO_DISPLAY)
-        return true;
-    display = FindDisplay();
-    if (display == EGL_NO_DISPLAY || !eglInitialize(display, nullptr, nullptr)) {
-        display = EGL_NO_DISPLAY;
-        return Fail("no EGL display");
-    }
-    started = Clock::now();
-    return true;
+    const char *extensions = eglQueryDeviceStringEXT(device, EGL_EXTENSIONS);
+    return extensions && std::strstr(extensions, "EGL_MESA_device_software");
 }
 
-Size GetNoDisplaySize() { return {}; }
+// One for each graphics card; none where drawing in software is asked for.
+std::vector<EGLDisplay> FindCardDisplays()
+{
+    std::vector<EGLDisplay> displays;
+    if (std::getenv("LIBGL_ALWAYS_SOFTWARE") || !HasClientExtension("EGL_EXT_platform_device") ||
+        !HasClientExtension("EGL_EXT_device_query"))
+        return displays;
+    EGLDeviceEXT devices[8] = {};
+    EGLint count = 0;
+    if (!eglQueryDevicesEXT(8, devices, &count))
+        return displays;
+    for (EGLint i = 0; i < count; i++)
+        if (!IsSoftware(devices[i]))
+            displays.push_back(
+                eglGetPlatformDisplayEXT(EGL_PLATFORM_DEVICE_EXT, devices[i], nullptr));
+    return displays;
+}
 
-bool ChooseConfig(EGLConfig &config)
+// In the order in which they are tried: graphics cards; the driver's own way to draw without a
+// window server, which is software where no card answered; the system's default.
+std::vector<EGLDisplay> FindDisplays()
+{
+    std::vector<EGLDisplay> displays = FindCardDisplays();
+    if (HasClientExtension("EGL_MESA_platform_surfaceless"))
+        displays.push_back(
+            eglGetPlatformDisplayEXT(EGL_PLATFORM_SURFACELESS_MESA, nullptr, nullptr));
+    displays.push_back(eglGetDisplay(EGL_DEFAULT_DISPLAY));
+    return displays;
+}
+
+bool ChooseConfig(EGLDisplay from, EGLConfig &config)
 {
     const EGLint wanted[] = {EGL_SURFACE_TYPE,
                              EGL_PBUFFER_BIT,
@@ -65,13 +87,40 @@ bool ChooseConfig(EGLConfig &config)
                              16,
                              EGL_NONE};
     EGLint found = 0;
-    return eglChooseConfig(display, wanted, &config, 1, &found) && found == 1;
+    return eglChooseConfig(from, wanted, &config, 1, &found) && found == 1;
 }
+
+// A display counts when it has OpenGL with an off-screen buffer.
+bool IsUsable(EGLDisplay candidate)
+{
+    if (candidate == EGL_NO_DISPLAY || !eglInitialize(candidate, nullptr, nullptr))
+        return false;
+    EGLConfig config = nullptr;
+    if (eglBindAPI(EGL_OPENGL_API) && ChooseConfig(candidate, config))
+        return true;
+    eglTerminate(candidate);
+    return false;
+}
+
+bool Start()
+{
+    if (display != EGL_NO_DISPLAY)
+        return true;
+    const std::vector<EGLDisplay> displays = FindDisplays();
+    const auto found = std::find_if(displays.begin(), displays.end(), IsUsable);
+    if (found == displays.end())
+        return Fail("no EGL display with OpenGL");
+    display = *found;
+    started = Clock::now();
+    return true;
+}
+
+Size GetNoDisplaySize() { return {}; }
 
 bool Open(int width, int height, bool)
 {
     EGLConfig config = nullptr;
-    if (!eglBindAPI(EGL_OPENGL_API) || !ChooseConfig(config))
+    if (!eglBindAPI(EGL_OPENGL_API) || !ChooseConfig(display, config))
         return Fail("no OpenGL with an off-screen buffer");
     const EGLint size[] = {EGL_WIDTH, width, EGL_HEIGHT, height, EGL_NONE};
     surface = eglCreatePbufferSurface(display, config, size);
