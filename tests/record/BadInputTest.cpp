@@ -82,6 +82,7 @@ TEST_F(BadInput, UsageErrorsNameTheOption)
     Expect(video + tWords{"--every", "2"}, 2, "--every");
     Expect({"--sheet", "--still", "3", "-o", "a.png"}, 2, "--still");
     Expect({"--sheet", "--manifest", "m.txt", "-o", "a.png"}, 2, "--manifest");
+    Expect({"--manifest", "m.txt", "--lyrics", "l.txt"}, 2, "--lyrics");
     Expect({"--manifest", "m.txt", "--flash-report", "./m.txt"}, 2, "two results");
 }
 
@@ -152,6 +153,16 @@ TEST_F(BrokenShow, NamesTheFileAndTheReason)
     far.replace(12, 4, std::string("\0\0\xc8\x42", 4)); // 100
     ExpectNamed("sync_image:left.track", far + std::string(1, '\0'), "100");
     ExpectNamed("sync_object:num.track", far + std::string(1, '\0'), "100");
+}
+
+TEST_F(BadInput, WordsThatCannotBeReadAreNamed)
+{
+    const tWords words = kSmall + tWords{"--from", "256", "--to", "352", "-o", "a.mp4", "--lyrics"};
+    Expect(words + tWords{"nowhere.txt"}, 1, "nowhere.txt");
+    test::WriteFile(Folder() / "some.txt", "0 only these\n");
+    Expect(words + tWords{"some.txt"}, 1, "lyric 1");
+    test::WriteFile(Folder() / "some.txt", "zero\n");
+    Expect(words + tWords{"some.txt"}, 1, "some.txt");
 }
 
 TEST_F(BadInput, NoEncoderIsSaidInOneLine)

@@ -217,6 +217,25 @@ TEST_F(Joining, LeavesNoSeamInTheSound)
     }
 }
 
+// Lyric 0 shows from bar 8 on, from the row at which its fade passes a tenth: row 260 is 0.227 s
+// after row 256.
+TEST_F(Recording, CarriesWordsAsCaptions)
+{
+    std::string words;
+    for (int i = 0; i < 34; i++)
+        words += std::to_string(i) + " line " + std::to_string(i) + "\n";
+    test::WriteFile(Folder() / "words.txt", words);
+    Make(kSmall +
+         tWords{"--from", "256", "--to", "352", "-o", "words.mp4", "--lyrics", "words.txt"});
+    EXPECT_EQ(Probe(Folder() / "words.mp4", "s:0", "stream=codec_name"), tWords{"mov_text"});
+    const test::cProcessResult read =
+        test::Run({"ffmpeg", "-v", "error", "-i", "words.mp4", "-f", "webvtt", "-"}, Folder());
+    EXPECT_THAT(read.mOutput,
+                testing::MatchesRegex("WEBVTT\n\n00:00.[12][0-9]+ --> "
+                                      "00:03.6[0-9]+\nline 0\n\n"
+                                      "00:03.[89][0-9]+ --> 00:05.4[0-9]+\nline 1\n"));
+}
+
 TEST_F(Recording, MakesAContactSheet)
 {
     Make({"--size", "320x180", "--sheet", "--every", "16", "--columns", "3", "-o", "sheet.png"});

@@ -96,9 +96,11 @@ tArguments GetArguments(const cEncoding &encoding)
     tArguments arguments = {"ffmpeg", "-hide_banner", "-nostdin", "-loglevel", "error", "-y"};
     Add(arguments, GetPictureInput(encoding));
     Add(arguments, encoding.mSound);
+    Add(arguments, encoding.mCaptions);
     Add(arguments, GetPictureOutput(encoding));
-    if (!encoding.mSound.empty())
-        Add(arguments, {"-map", "1:a", "-c:a", "copy"});
+    Add(arguments, {"-map", "1:a", "-c:a", "copy"});
+    if (!encoding.mCaptions.empty())
+        Add(arguments, {"-map", "2:s", "-c:s", "mov_text"});
     // the table of contents first, so that a player on a network starts at once
     Add(arguments,
         {"-movflags", "+faststart", "-movie_timescale", "44100", "-f", "mp4", encoding.mPath});

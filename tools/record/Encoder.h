@@ -16,7 +16,8 @@ struct cEncoding
     cSize mSize;
     cFrameRate mRate;
     cFrameRange mRange, mPiece;
-    std::vector<std::string> mSound; ///< ffmpeg's options for a sound input; empty for none
+    std::vector<std::string> mSound;    ///< ffmpeg's options for the sound as an input
+    std::vector<std::string> mCaptions; ///< and for the captions; empty for none
     std::string mPath;
 };
 

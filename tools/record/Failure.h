@@ -4,7 +4,8 @@
 
 namespace record
 {
-/// The world is wrong: what() is one line for the person at the shell, and names the thing.
+/// The world is wrong: what() is one line for the person at the shell, and names the thing. It is
+/// empty where that line has been printed.
 class cFailure : public std::runtime_error
 {
     using std::runtime_error::runtime_error;

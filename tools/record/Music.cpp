@@ -1,16 +1,9 @@
 #include "tools/record/Music.h"
 
 #include "tools/record/ChildProcess.h"
-#include "tools/record/Failure.h"
 
-#include <cerrno>
+#include <algorithm>
 #include <cstdio>
-#include <cstdlib>
-#include <cstring>
-#include <filesystem>
-#include <unistd.h>
-
-namespace fs = std::filesystem;
 
 namespace record
 {
@@ -24,16 +17,6 @@ const int64_t lookaheadSamples = 16 * samplesPerPacket;
 // Seeking finds the packet that contains a time: well inside it, no rounding finds its neighbour.
 const int64_t insidePacket = 300; // samples
 
-std::string MakeTemporary()
-{
-    std::string name = (fs::temp_directory_path() / "vyr-record-XXXXXX").string();
-    const int file = mkostemp(name.data(), 0);
-    if (file < 0)
-        throw cFailure(name + ": no room for temporary files: " + std::strerror(errno));
-    close(file);
-    return name;
-}
-
 int64_t PacketStart(int64_t sample) { return sample / samplesPerPacket * samplesPerPacket; }
 
 std::string ToSeconds(int64_t samples)
@@ -45,21 +28,14 @@ std::string ToSeconds(int64_t samples)
 } // namespace
 
 cMusic::cMusic(const cFrameGrid &grid, const cFrameRange &range, const cFrameRange &piece)
-    : mPath(MakeTemporary()), mIsLast(piece.mEnd == range.mEnd)
+    : mIsLast(piece.mEnd == range.mEnd)
 {
     const int64_t first = grid.Sample(range.mFirst);
     const int64_t count = grid.Sample(range.mEnd) - first;
     mBegin = grid.Sample(piece.mFirst) - first;
     mEnd = grid.Sample(piece.mEnd) - first;
-    try {
-        Encode(first, mIsLast ? count : std::min(count, mEnd + lookaheadSamples));
-    } catch (const cFailure &) {
-        unlink(mPath.c_str());
-        throw;
-    }
+    Encode(first, mIsLast ? count : std::min(count, mEnd + lookaheadSamples));
 }
-
-cMusic::~cMusic() { unlink(mPath.c_str()); }
 
 void cMusic::Encode(int64_t firstSample, int64_t sampleCount) const
 {
@@ -89,7 +65,7 @@ void cMusic::Encode(int64_t firstSample, int64_t sampleCount) const
                 "44100",
                 "-f",
                 "mp4",
-                mPath});
+                mFile.GetPath()});
 }
 
 std::vector<std::string> cMusic::GetInputOptions() const
@@ -106,7 +82,7 @@ std::vector<std::string> cMusic::GetInputOptions() const
         options.push_back(
             ToSeconds(std::max<int64_t>(1, PacketStart(mEnd) - insidePacket - mBegin)));
     }
-    options.insert(options.end(), {"-f", "mp4", "-i", mPath});
+    options.insert(options.end(), {"-f", "mp4", "-i", mFile.GetPath()});
     return options;
 }
 } // namespace record

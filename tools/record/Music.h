@@ -1,6 +1,7 @@
 #pragma once
 
 #include "tools/record/FrameGrid.h"
+#include "tools/record/TemporaryFile.h"
 
 #include <string>
 #include <vector>
@@ -20,9 +21,6 @@ public:
     /// Encodes the music of the working directory's show as far as `piece`, a part of `range`,
     /// needs it. Music that ends earlier is followed by silence. Throws cFailure.
     cMusic(const cFrameGrid &grid, const cFrameRange &range, const cFrameRange &piece);
-    ~cMusic(); ///< removes the temporary file
-    cMusic(const cMusic &) = delete;
-    cMusic &operator=(const cMusic &) = delete;
 
     /// ffmpeg's options for this sound as an input.
     std::vector<std::string> GetInputOptions() const;
@@ -30,7 +28,7 @@ public:
 private:
     void Encode(int64_t firstSample, int64_t sampleCount) const;
 
-    std::string mPath;
+    cTemporaryFile mFile;
     int64_t mBegin, mEnd; // of the piece, in samples from the range's first
     bool mIsLast;         // whether the piece ends with the range
 };

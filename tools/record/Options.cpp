@@ -202,6 +202,7 @@ void Check(cOptions &options)
     MakeAbsolute(options.mOutput);
     MakeAbsolute(options.mManifest);
     MakeAbsolute(options.mFlashReport);
+    MakeAbsolute(options.mLyrics);
     CheckDistinct(options);
 }
 
@@ -222,8 +223,9 @@ void Require(const CLI::App &app, const char *option, const char *needed)
 void CheckCombination(const CLI::App &app)
 {
     Exclude(app, "--still",
-            {"--sheet", "--from", "--to", "--part", "--manifest", "--flash-report"});
-    Exclude(app, "--sheet", {"--part", "--manifest", "--flash-report"});
+            {"--sheet", "--from", "--to", "--part", "--manifest", "--flash-report", "--lyrics"});
+    Exclude(app, "--sheet", {"--part", "--manifest", "--flash-report", "--lyrics"});
+    Require(app, "--lyrics", "--output");
     Require(app, "--every", "--sheet");
     Require(app, "--columns", "--sheet");
 }
@@ -246,6 +248,8 @@ void AddOptions(CLI::App &app, cOptions &options, cTyped &typed)
         ->type_name("FILE");
     app.add_option("--flash-report", options.mFlashReport,
                    "write where the picture flashes too often; status 3 when it does")
+        ->type_name("FILE");
+    app.add_option("--lyrics", options.mLyrics, "put the words in FILE into the video as captions")
         ->type_name("FILE");
     app.add_option("--still", typed.mStill, "make one picture, of ROW")->type_name("ROW");
     app.add_flag("--sheet", options.mIsSheet, "make one picture of the whole show, labelled");

@@ -14,6 +14,7 @@ struct cOptions
 {
     std::string mShow; ///< empty: look for it
     std::string mOutput, mManifest, mFlashReport;
+    std::string mLyrics; ///< words for captions; empty for none
     cSize mSize;
     cFrameRate mRate;
     int64_t mFrom = 0, mTo = EndOfShow(); ///< millionths of a row

@@ -40,13 +40,14 @@ std::string MakeTemporary(const fs::path &path)
 cOutputFile::cOutputFile(const std::string &path) : mPath(path), mTemporaryPath(path)
 {
     std::error_code ignored;
-    if (fs::is_symlink(mPath, ignored)) // the file behind a link is replaced, not the link
-        mPath = fs::weakly_canonical(mPath, ignored).string();
     if (fs::is_directory(mPath, ignored))
         throw cFailure(path + ": a folder has this name");
     mIsDirect = fs::exists(mPath, ignored) && !fs::is_regular_file(mPath, ignored);
-    if (!mIsDirect)
-        mTemporaryPath = MakeTemporary(mPath);
+    if (mIsDirect)
+        return;
+    if (fs::is_symlink(mPath, ignored)) // the file behind a link is replaced, not the link
+        mPath = fs::weakly_canonical(mPath).string();
+    mTemporaryPath = MakeTemporary(mPath);
 }
 
 cOutputFile::~cOutputFile()

@@ -1,5 +1,6 @@
 #include "tools/record/Recording.h"
 
+#include "tools/record/Captions.h"
 #include "tools/record/Encoder.h"
 #include "tools/record/Failure.h"
 #include "tools/record/FlashReport.h"
@@ -25,7 +26,7 @@ class cResults
 {
 public:
     cResults(const cOptions &options, const cFrameGrid &grid, const cFrameRange &range,
-             const cFrameRange &piece)
+             const cFrameRange &piece, const demo::tTracks &tracks)
         : mGrid(grid), mPiece(piece)
     {
         if (!options.mFlashReport.empty())
@@ -37,9 +38,13 @@ public:
         if (options.mOutput.empty())
             return;
         mVideo.emplace(options.mOutput);
+        if (!options.mLyrics.empty())
+            mCaptions.emplace(options.mLyrics, tracks, grid, piece);
         mMusic.emplace(grid, range, piece);
-        mEncoder.emplace(cEncoding{options.mSize, options.mRate, range, piece,
-                                   mMusic->GetInputOptions(), mVideo->GetTemporaryPath()});
+        mEncoder.emplace(
+            cEncoding{options.mSize, options.mRate, range, piece, mMusic->GetInputOptions(),
+                      mCaptions ? mCaptions->GetInputOptions() : std::vector<std::string>(),
+                      mVideo->GetTemporaryPath()});
     }
 
     std::vector<cFrameSink *> GetSinks()
@@ -86,6 +91,7 @@ private:
     std::optional<cFlashMeter> mFlashMeter;
     std::optional<cManifest> mManifest;
     std::optional<cOutputFile> mVideo;
+    std::optional<cCaptions> mCaptions;
     std::optional<cMusic> mMusic;
     std::optional<cEncoder> mEncoder;
 };
@@ -188,7 +194,7 @@ eOutcome Record(const cOptions &options)
     cStage stage(options.mSize);
     stage.LoadShow();
     CheckRows(stage, grid, piece);
-    cResults results(options, grid, range, piece);
+    cResults results(options, grid, range, piece, stage.GetShow().mTracks);
     cFrameWriter writer(results.GetSinks(), options.mSize.mWidth, options.mSize.mHeight);
 
     const int64_t end = DrawFrames(stage, grid, piece, writer);

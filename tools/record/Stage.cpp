@@ -30,7 +30,7 @@ std::string ToText(const cSize &size)
 cSize GetMaximumSize()
 {
     if (!platform::StartWindowSystem() || !platform::OpenWindow(16, 16, false))
-        throw cFailure("no OpenGL on this machine, in hardware or in software");
+        throw cFailure(""); // the window system has said why
     GLint dimensions[2] = {}, textureSize = 0;
     glGetIntegerv(GL_MAX_VIEWPORT_DIMS, dimensions);
     glGetIntegerv(GL_MAX_TEXTURE_SIZE, &textureSize);
@@ -82,7 +82,7 @@ cStage::cStage(const cSize &size) : mSize(size)
         {float(size.mWidth) / demo::kDesignWidth, float(size.mHeight) / demo::kDesignHeight});
     try {
         if (!renderer.Init(size.mWidth, size.mHeight, false))
-            throw cFailure("the driver has no room for pictures of " + ToText(size));
+            throw cFailure(""); // the same
         mFramebuffer = CreateFramebuffer(size);
     } catch (const cFailure &) {
         CloseRenderer();

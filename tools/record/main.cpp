@@ -24,7 +24,9 @@ int Run(int argc, char **argv)
 
 int Fail(const std::exception &error, record::eOutcome outcome)
 {
-    std::cerr << "vyr-record: " << tools::OnOneLine(error.what()) << '\n';
+    const std::string line = tools::OnOneLine(error.what());
+    if (!line.empty())
+        std::cerr << "vyr-record: " << line << '\n';
     return outcome;
 }
 } // namespace

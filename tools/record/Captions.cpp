@@ -1,0 +1,57 @@
+#include "tools/record/Captions.h"
+
+#include "tools/record/Failure.h"
+#include "tools/support/Files.h"
+#include "tools/support/Lyrics.h"
+#include "tools/tracks/Captions.h"
+
+#include <algorithm>
+
+namespace record
+{
+namespace
+{
+using tSpans = std::vector<tools::cLyricSpan>;
+
+// Those of `piece`, counted from its beginning.
+tSpans Cut(const tSpans &spans, const cFrameGrid &grid, const cFrameRange &piece)
+{
+    const double begin = grid.Row(piece.mFirst), end = grid.Row(piece.mEnd);
+    tSpans cut;
+    for (const tools::cLyricSpan &span : spans) {
+        const double from = std::max(span.mFrom, begin), to = std::min(span.mTo, end);
+        if (from < to)
+            cut.push_back({span.mLyric, from - begin, to - begin});
+    }
+    return cut;
+}
+
+void ThrowFirst(const tools::tFaults &faults)
+{
+    if (!faults.empty())
+        throw cFailure(faults.front().ToLine());
+}
+} // namespace
+
+cCaptions::cCaptions(const std::string &lyricsPath, const demo::tTracks &tracks,
+                     const cFrameGrid &grid, const cFrameRange &piece)
+{
+    tools::tFaults faults;
+    const auto words = tools::ReadLyrics(lyricsPath, faults);
+    ThrowFirst(faults);
+    const tSpans spans =
+        Cut(tools::FindLyricSpans(*tracks[demo::LYRICS_NUM], *tracks[demo::LYRICS_FADE],
+                                  tracks::kCaptionOpacity),
+            grid, piece);
+    tracks::CheckWords(lyricsPath, spans, words, faults);
+    ThrowFirst(faults);
+    std::string error;
+    if (!tools::ReplaceFiles({{mFile.GetPath(), tracks::ToWebVtt(spans, words)}}, error))
+        throw cFailure(error);
+}
+
+std::vector<std::string> cCaptions::GetInputOptions() const
+{
+    return {"-f", "webvtt", "-i", mFile.GetPath()};
+}
+} // namespace record

@@ -1,0 +1,28 @@
+#pragma once
+
+#include "demo/Show.h"
+#include "tools/record/FrameGrid.h"
+#include "tools/record/TemporaryFile.h"
+
+#include <string>
+#include <vector>
+
+namespace record
+{
+/// The words that the show sings, as captions of a recording: each while its image is on the
+/// screen.
+class cCaptions
+{
+public:
+    /// Reads the words from `lyricsPath`, a line each, "NUMBER TEXT", and keeps those of the frames
+    /// `piece`. Throws cFailure for a file that is not so, or lacks words that the show has.
+    cCaptions(const std::string &lyricsPath, const demo::tTracks &tracks, const cFrameGrid &grid,
+              const cFrameRange &piece);
+
+    /// ffmpeg's options for these captions as an input.
+    std::vector<std::string> GetInputOptions() const;
+
+private:
+    cTemporaryFile mFile;
+};
+} // namespace record
