@@ -40,16 +40,15 @@ struct SystemState : FMOD::System
 {
     bool isReleased = false;
     size_t maximumChannels = 0;
+    // Players use decoders and the output: what stands below goes first.
     std::unique_ptr<platform::SoundOutput> output; // null: not initialised
     std::deque<SoundState> sounds;
     std::deque<ChannelState> channels;
 
-    ~SystemState() { Close(); }
     void Close();
     void StopSound(const SoundState &sound);
 };
 
-// Players use decoders and the output, so they go first.
 void SystemState::Close()
 {
     for (ChannelState &channel : channels)

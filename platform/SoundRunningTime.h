@@ -8,8 +8,9 @@ namespace platform
 class SoundRunningTime
 {
 public:
-    /// Nobody asked for this long: the program was stopped.
-    static constexpr double stoppedSeconds = 0.1;
+    /// Nobody asked for this long: the program was stopped. A busy machine keeps a thread waiting
+    /// for less.
+    static constexpr double stoppedSeconds = 0.2;
 
     /// `now` is a steady clock in seconds. 0 at the first call, and it never goes back.
     double At(double now);

@@ -98,6 +98,16 @@ TEST(SoundClock, IsTheReadingWhereItWasRead)
     EXPECT_NEAR(clock.At(100.01), 7.51, 1e-9);
 }
 
+// The first reading was kept waiting; the second was not, and shows it. So does the first one after
+// a stall.
+TEST(SoundClock, BelievesAnEarlierReadingAtOnceWhenItHasJustBegun)
+{
+    SoundClock clock(0.02);
+    clock.Observe(10.015, 0.02);
+    clock.Observe(10.02, 0.04);
+    EXPECT_NEAR(clock.At(10.03), 0.05, 1e-9);
+}
+
 // The readings move by 20 ms at a time; what is shown in between is a straight line.
 TEST(SoundClock, RunsEvenlyBetweenBlocks) { ExpectGood(Watch({}), 1); }
 

@@ -166,11 +166,24 @@ TEST(SoundDecoder, DamageInTheMiddleIsSkipped)
     }
 }
 
-TEST(SoundDecoder, DamageToTheEndEndsTheStream)
+// More than a megabyte of it is no damage, it is the end: nothing after it is looked for.
+TEST(SoundDecoder, LongDamageEndsTheStream)
 {
     const test::cTemporaryFolder folder;
-    test::WriteFile("bad.mp3", SweepBytes().substr(0, 10000) + std::string(2000000, '\0'));
+    const std::string nothing(1500000, '\0');
+    test::WriteFile("bad.mp3", SweepBytes().substr(0, 10000) + nothing + SweepBytes());
     EXPECT_LT(Decode("bad.mp3").size(), 2 * 30000u);
+}
+
+// Frames of another rate would be noise at the wrong speed.
+TEST(SoundDecoder, FramesOfAnotherRateAreLeftOut)
+{
+    const test::cTemporaryFolder folder;
+    test::WriteFile("mixed.mp3",
+                    SweepBytes() + test::ReadFile(test::MonoSweepPath()) + SweepBytes());
+    const size_t frames = Decode("mixed.mp3").size() / 2;
+    EXPECT_GT(frames, 2 * test::sweepFrames - 3000);
+    EXPECT_LT(frames, 2 * test::sweepFrames + 8000); // in the middle the padding is music
 }
 
 // Bytes changed here and there, everywhere: any result, but an end, and nothing outside its memory.

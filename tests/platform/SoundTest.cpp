@@ -128,6 +128,20 @@ TEST(Sound, PlaysTheShowsCalls)
     });
 }
 
+// The null device reports two blocks, 46 ms, between the mixer and the ear. A stream begins with a
+// block, so it is behind the call that started it by one of them at least.
+TEST(Sound, PositionIsOfWhatIsHeardNotOfWhatIsMixed)
+{
+    EXPECT_TRUE(test::RunAlone("null", [] {
+        cShow show(test::SweepPath(), 0.5);
+        const double start = SteadySeconds();
+        test::Wait(0.5);
+        const double position = show.GetPosition() / 176400.0;
+        EXPECT_LT(position, SteadySeconds() - start - 0.012);
+        show.Stop();
+    }));
+}
+
 // The bars of the clock, wide enough for a machine that builds while it tests.
 TEST(Sound, PositionRunsEvenlyAtTheTrueRate)
 {
