@@ -36,13 +36,16 @@ void SoundClock::Observe(double now, double heard)
 {
     if (mIsAnchored && heard == mLastHeard)
         return; // between two blocks
+    mLastHeard = heard;
     mLine.floor = At(now);
-    if (!mIsAnchored || std::abs(GetEarliness({now, heard})) > stallSeconds)
+    if (!mIsAnchored)
+        Anchor(now, heard);
+    else if (std::abs(GetEarliness({now, heard})) <= stallSeconds)
+        Follow(now, heard);
+    else if (mHasStray)
         Anchor(now, heard);
     else
-        Follow(now, heard);
-    mLine.cap = heard + mBlockSeconds + stallSeconds;
-    mLastHeard = heard;
+        mHasStray = true; // devices have slips of the tongue: the next one tells
 }
 
 // Keeps the rate: it belongs to the crystal, not to the place.
@@ -50,6 +53,7 @@ void SoundClock::Anchor(double now, double heard)
 {
     mLine.time = now;
     mLine.heard = heard;
+    SetCap(heard);
     mIsAnchored = true;
     mAnchorTime = mSteerTime = now;
     mCount = 0;
@@ -58,6 +62,7 @@ void SoundClock::Anchor(double now, double heard)
 
 void SoundClock::Follow(double now, double heard)
 {
+    SetCap(heard);
     Remember({now, heard});
     ForgetBefore(now - windowSeconds);
     const double shift = FindShift(now);
@@ -70,6 +75,12 @@ void SoundClock::Follow(double now, double heard)
     } else if (now - mSteerTime >= steerEverySeconds) {
         Steer(now);
     }
+}
+
+void SoundClock::SetCap(double heard)
+{
+    mLine.cap = heard + mBlockSeconds + stallSeconds;
+    mHasStray = false;
 }
 
 void SoundClock::Steer(double now)

@@ -50,6 +50,7 @@ private:
 
     void Anchor(double now, double heard);
     void Follow(double now, double heard);
+    void SetCap(double heard);
     void Remember(const Reading &reading);
     void ForgetBefore(double time);
     void Steer(double now);
@@ -61,6 +62,7 @@ private:
     double mBlockSeconds;
     SoundLine mLine;
     bool mIsAnchored = false;
+    bool mHasStray = false; // the last reading was too far away to be true
     double mAnchorTime = 0, mSteerTime = 0, mLastHeard = 0;
     std::array<Reading, capacity> mReadings; // a ring
     size_t mFirst = 0, mCount = 0;
