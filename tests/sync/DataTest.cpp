@@ -116,6 +116,13 @@ TEST_F(Device, CutOffFileKeepsItsCountAndItsMissingKeysAreZero)
     ExpectKey(track->keys[3], 0, 0.0f, 0);
 }
 
+TEST_F(Device, KeyCutOffBeforeItsTypeHasTypeZero)
+{
+    const sync_track *track = Load(Header(1) + fiveTwoAndAHalf.substr(0, 8));
+    ASSERT_EQ(track->num_keys, 1);
+    ExpectKey(track->keys[0], 5, 2.5f, 0);
+}
+
 TEST_F(Device, NoiseForACountAsksForNoMemory)
 {
     const sync_track *track = Load(Header(0x7FFFFFFF) + fiveTwoAndAHalf);

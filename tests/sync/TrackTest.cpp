@@ -142,7 +142,10 @@ TEST(Track, AnnouncedKeysWithoutMemoryAreZero)
     const sync_track track{nullptr, nullptr, 2000000000};
     EXPECT_EQ(sync_get_val(&track, 5.0), 0.0f);
     EXPECT_EQ(sync_find_key(&track, -1), ~0);
+    EXPECT_EQ(sync_find_key(&track, 0), 1000000000); // the bisection's first
     EXPECT_EQ(sync_find_key(&track, 1), ~2000000000);
+    const sync_track empty{nullptr, nullptr, 0};
+    EXPECT_EQ(sync_find_key(&empty, 0), ~0);
 }
 
 TEST(TrackDeath, TypeOutsideTheFourStopsTheProgramWhenSampled)
