@@ -47,10 +47,12 @@ void AddFiles(const fs::path &path, std::vector<tBytes> &inputs)
 // One small change: a byte, a bit, a cut, a doubled piece, or a number of four bytes.
 void Damage(tBytes &bytes, std::mt19937 &random)
 {
-    const size_t at = bytes.empty() ? 0 : random() % bytes.size();
+    if (bytes.empty())
+        bytes.push_back(0);
+    const size_t at = random() % bytes.size();
     const size_t length = std::min<size_t>(bytes.size() - at, 1 + random() % 16);
     const auto from = bytes.begin() + std::ptrdiff_t(at);
-    switch (bytes.empty() ? 5 : random() % 6) {
+    switch (random() % 6) {
     case 0:
         bytes[at] = uint8_t(random());
         return;

@@ -164,6 +164,20 @@ TEST_F(Objects, EveryPolygonCountsAsATriangle)
     EXPECT_EQ(ReadPixel(130, 70), black);
 }
 
+// Three polygons are three triangles, and the indices behind those are not drawn: here the fourth
+// triangle that they would make is the only one to be seen.
+TEST_F(Objects, IndicesBehindTheLastTriangleAreNotDrawn)
+{
+    AddVertex(-2, -2);
+    AddVertex(2, -2);
+    AddVertex(2, 2);
+    AddPolygon({0, 0, 0, 0});
+    AddPolygon({0, 0, 0, 0});
+    AddPolygon({0, 0, 1, 2}); // ends with 0 1 2
+    Draw(Flatten(), cRenderer::RENDERMODE_TEXTURED);
+    EXPECT_EQ(CountLit(), 0);
+}
+
 TEST_F(Objects, SphereMapNeedsATexture)
 {
     Draw(MakeSquare(), cRenderer::RENDERMODE_SPHEREMAP);

@@ -198,6 +198,15 @@ TEST_F(Textures, ReloadingRenumbersFilesAndForgetsTheRest)
     EXPECT_EQ(mTextures.LoadTexture("target", false), -1);
 }
 
+// The name of a render target is no path, even where a file is called the same.
+TEST_F(Textures, ReloadingForgetsATargetThatIsNamedLikeAFile)
+{
+    mTextures.CreateTexture("a.png", 4, 4, true, false);
+    mTextures.LoadTexture("b.png", false);
+    mTextures.ReloadTextures();
+    EXPECT_EQ(mTextures.GetTexture(0).mName, "b.png");
+}
+
 TEST_F(Textures, ReloadingAFileThatIsGoneMovesTheRestDown)
 {
     mTextures.LoadTexture("a.png", false);
