@@ -72,7 +72,8 @@ bool IsShapeWithinLimits(const std::string &xml)
                 return false;
             i = tag.mEnd;
         } else {
-            level -= IsAt(xml, i, "</") ? 1 : 0;
+            if (IsAt(xml, i, "</") && level > 0) // a stray one closes nothing
+                level--;
             i = Behind(xml, i, ">");
         }
         i = xml.find('<', i);

@@ -5,6 +5,7 @@
 #include "platform/Resources.h"
 
 #include <bit>
+#include <climits>
 #include <cstdint>
 #include <cstring>
 
@@ -512,7 +513,7 @@ int c3DObject::ReadString(std::string &text, FILE *file)
 {
     int length = 0;
     for (int c = std::fgetc(file); c != '\0'; c = std::fgetc(file)) {
-        if (c == EOF)
+        if (c == EOF || length == INT_MAX - 2)
             return 0;
         text.push_back(char(c));
         length++;

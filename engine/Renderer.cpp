@@ -123,9 +123,11 @@ int cRenderer::WindowCloseCallback()
 
 bool cRenderer::BeginScene()
 {
+    // clang-format off: one literal, since the report prints the condition as it stands here
     VYR_ASSERT_AT("Renderer", 183,
-                  !mSceneBegun && "cRenderer::BeginScene(): Called twice with no matching call to "
-                                  "EndScene().");
+                  !mSceneBegun &&
+                      "cRenderer::BeginScene(): Called twice with no matching call to EndScene().");
+    // clang-format on
     mSceneBegun = true;
     return true;
 }

@@ -126,8 +126,7 @@ public:
     /// texturing on and depth testing off, which later layers count on.
     void Post_DrawSprite(int texture, cVector2 position, const cVector2 &scale, float angle);
 
-    // Effects over the whole window
-    // ----------------------------------------------------------------
+    // Effects over the whole window --------------------------------------------------------------
 
     /// `texture` with its red moved by minus half of `offset` (window pixels) and its blue by plus
     /// half. Colour and blending are the caller's; alpha is written three times. Leaves texturing
@@ -147,8 +146,7 @@ public:
     /// the caller's. Leaves texturing on, the scissor test off.
     void Post_SignalDistort(int texture, cVector2 amount, float time);
 
-    // Objects
-    // --------------------------------------------------------------------------------------
+    // Objects -------------------------------------------------------------------------------------
 
     /// Draws `object` under the modelview that the caller set. `texture` replaces the object's own
     /// in the first two modes; -1 keeps it. An object without a texture is never textured. Every

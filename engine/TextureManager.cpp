@@ -35,6 +35,8 @@ GLuint GenerateTexture()
 // Bytes that OpenGL reads for an image of `channels` bytes a pixel, rows at its own alignment.
 size_t UploadByteCount(const cImage &image, int channels)
 {
+    if (image.mWidth == 0 || image.mHeight == 0)
+        return 0; // some formats hold pictures of no rows
     GLint alignment = 4;
     glGetIntegerv(GL_UNPACK_ALIGNMENT, &alignment);
     const size_t row = size_t(image.mWidth) * size_t(channels);

@@ -13,7 +13,7 @@ namespace
 {
 // A file cut short keeps its stated number of keys, as zeros. Past this many missing keys the count
 // is no longer that of a damaged file but noise: its memory counts as not to be had.
-const int maximumMissingKeys = 65536;
+const int maximumMissingKeys = 1 << 20;
 
 void *OpenFile(const char *path, const char *mode) { return std::fopen(path, mode); }
 

@@ -108,8 +108,9 @@ TEST_F(FontLoading, WhatTheXmlReaderCouldNotSurviveIsNotFound)
         attributes += " a" + std::to_string(i) + "=\"1\"";
     const std::string comments = Repeat("<!-- </a> -->", 100);
     for (const std::string &xml :
-         {Repeat("<a>", 1000000), Repeat("<a>", 65) + Repeat("</a>", 65),
-          "<font" + attributes + "/>", "<font><common" + attributes + "/></font>",
+         {Repeat("<a>", 1000000), Repeat("</x>", 1000) + Repeat("<a>", 65),
+          Repeat("<a>", 65) + Repeat("</a>", 65), "<font" + attributes + "/>",
+          "<font><common" + attributes + "/></font>",
           comments + Repeat("<a b='/>'>" + comments, 1000), std::string(17 << 20, ' ')}) {
         ExpectEmpty(LoadText(xml));
         EXPECT_EQ(mPrinted, notFound) << xml.substr(0, 100);

@@ -189,7 +189,7 @@ TEST_F(RendererDeath, MispairedBracketsStopTheProgram)
             mRenderer.BeginScene();
         },
         "!mSceneBegun && \"cRenderer::BeginScene\\(\\): Called twice with no matching call to "
-        ".*EndScene\\(\\).\"\\), function BeginScene, file Renderer, line 183");
+        "EndScene\\(\\).\"\\), function BeginScene, file Renderer, line 183");
 }
 
 // The letter-boxed viewport, for windows of several shapes.

@@ -134,6 +134,17 @@ TEST_F(Textures, GreyImagesAreReadAsRgb)
     EXPECT_EQ(mTextures.LoadTexture("greyalpha.png", false), 1);
 }
 
+// Some formats hold pictures of no rows: a texture of no size, and nothing is read.
+TEST_F(Textures, PictureOfNoRowsIsATextureOfNoSize)
+{
+    test::WriteFile("flat.ppm", "P6\n5 0\n255\n");
+    const int id = mTextures.LoadTexture("flat.ppm", true);
+    if (id < 0)
+        return; // the decoder refuses it, which is as good
+    EXPECT_EQ(mTextures.GetTexture(id).mSize.y, 0.0f);
+    mTextures.DestroyTexture(unsigned(id));
+}
+
 TEST_F(Textures, RenderTargetsAreEmptyColourOrDepth)
 {
     const int color = mTextures.CreateTexture("t", 8, 4, true, false);
