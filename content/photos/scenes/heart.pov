@@ -24,5 +24,5 @@ box { <-4, -1, -1.80>, <4, 5, -1.79>
     no_shadow
 }
 object { Drops(13, 150, <-2.0, 0>, <2.0, 3.6>, 0.030) translate z*-1.83 }
-object { Tovak(HeadPose(0, 2, 7), 0.1, <-0.1, 0.1>) rotate y*8 translate <-0.66, 0.25, 0.3> }
-object { Vemby(HeadPose(0, 2, -9), 0.3, <0.1, 0.1>) rotate y*-10 translate <0.72, 0.30, 0.6> }
+object { Tovak(HeadPose(-12, 2, -9), 0.1, <0.1, 0.1>) rotate y*8 translate <-0.96, 0.25, 0.3> }
+object { Vemby(HeadPose(12, 2, 9), 0.3, <-0.1, 0.1>) rotate y*-10 translate <0.98, 0.30, 0.45> }

@@ -6,7 +6,7 @@
 #include "characters.inc"
 #include "set.inc"
 
-Shot(<-1.5, 6.8, -6.2>, <0.30, 0.35, 0.42>, 30, <0.1, 0.4, -0.2>, 0.26)
+Shot(<-1.5, 6.8, -6.2>, <0.30, 0.35, 0.42>, 30, <0.1, 0.4, -0.2>, 0.15)
 Sky(rgb 0.02, rgb 0.06, rgb 0.08)
 #declare Hide = texture {
     pigment { bozo turbulence 0.7 scale 1.1 color_map { [0.2 srgb <0.38, 0.15, 0.09>] [0.6 srgb <0.46, 0.24, 0.15>] [0.85 srgb <0.66, 0.39, 0.24>] } }
