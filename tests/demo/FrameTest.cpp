@@ -272,6 +272,9 @@ TEST_F(Wobble, LeftPhotoSwingsAboutFiveDegrees)
     EXPECT_EQ(Drawn("glRotatef", 2.0), Text(angle) + " 0 0 1");
     EXPECT_EQ(Drawn("glScalef", 2.0), "1 1 1");
     EXPECT_EQ(Drawn("glColor4f", 2.0), "1 1 1 1");
+    // By now a factor of 0.7 in double precision would have moved it.
+    const float late = float(std::sin(double(0.7f) * 202.0) * 7.0 + 5.0);
+    EXPECT_EQ(Drawn("glRotatef", 202.0), Text(late) + " 0 0 1");
 }
 
 TEST_F(Wobble, RightPhotoStandsByItsOwnWidth)
