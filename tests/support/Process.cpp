@@ -52,6 +52,8 @@ cProcess::cProcess(const std::vector<std::string> &command, const fs::path &fold
     : mOutputFile(MakeCaptureFile()), mErrorFile(MakeCaptureFile())
 {
     mId = fork();
+    if (mId < 0) // a signal to process -1 would end every process there is
+        throw std::runtime_error("no process for " + command[0]);
     if (mId != 0)
         return;
     SendTo(mOutputFile, STDOUT_FILENO);
