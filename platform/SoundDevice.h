@@ -34,7 +34,10 @@ public:
     virtual SoundProgress GetProgress() = 0;
 };
 
-/// A sound device as the rest needs it, so that a test can be one.
+/// A sound device as the rest needs it, so that a test can be one. A measurement can stand between:
+/// a device that hands all calls on to the one of `OpenSoundDevice`, and notes what
+/// `ReadHeardSeconds` said and when, has the library's own steps beside the even positions of the
+/// SoundPlayer.
 class SoundDevice
 {
 public:

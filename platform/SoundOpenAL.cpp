@@ -160,6 +160,8 @@ void SoundOpenALVoice::DropHeard(int count)
         ALuint buffer = 0;
         ALint bytes = 0;
         alSourceUnqueueBuffers(mSource, 1, &buffer);
+        if (buffer == 0)
+            return; // the device is gone
         alGetBufferi(buffer, AL_SIZE, &bytes);
         mDroppedFrames += bytes / 4;
         mFree[mFreeCount++] = buffer;

@@ -1,6 +1,5 @@
 #include "platform/SoundPlayer.h"
 
-#include "platform/SoundSilence.h"
 #include "tests/platform/SoundTestSupport.h"
 #include "tests/support/TestFiles.h"
 
@@ -15,7 +14,6 @@ using platform::SoundDevice;
 using platform::SoundOutput;
 using platform::SoundPlayer;
 using platform::SoundProgress;
-using platform::SoundSilence;
 using platform::SoundVoice;
 using platform::SteadySeconds;
 
@@ -125,102 +123,6 @@ double Watch(SoundPlayer &player, double seconds)
 // A busy machine keeps a test waiting; the show would see a stutter, and so does the test.
 const double patience = 0.1;
 } // namespace
-
-TEST(SoundOutput, SilenceRunsAtTheTrueRate)
-{
-    SoundOutput output(nullptr);
-    const double before = SteadySeconds(), heardBefore = output.GetHeardSeconds();
-    while (SteadySeconds() < before + 0.5) {
-        output.GetHeardSeconds();
-        test::Wait(0.002);
-    }
-    EXPECT_NEAR(output.GetHeardSeconds() - heardBefore, SteadySeconds() - before, 0.02);
-}
-
-TEST(SoundOutput, SilenceIsToldInOneLine)
-{
-    EXPECT_TRUE(test::RunAlone("none", [] {
-        testing::internal::CaptureStderr();
-        const SoundOutput output(platform::OpenSoundDevice());
-        EXPECT_EQ(testing::internal::GetCapturedStderr(),
-                  "No sound device: the show plays silently.\n");
-    }));
-}
-
-// The back ends of the library have much to say about a machine without a sound card.
-TEST(SoundOutput, NobodyElseTalks)
-{
-    EXPECT_TRUE(test::RunAlone("alsa,pulse", [] {
-        testing::internal::CaptureStderr();
-        {
-            const SoundOutput output(platform::OpenSoundDevice());
-        }
-        const std::string said = testing::internal::GetCapturedStderr();
-        const bool isSilent = said == "No sound device: the show plays silently.\n";
-        EXPECT_TRUE(said.empty() || isSilent) << said;
-    }));
-}
-
-TEST(SoundOutput, ADeviceIsNotTalkedAbout)
-{
-    EXPECT_TRUE(test::RunAlone("null", [] {
-        testing::internal::CaptureStderr();
-        {
-            const SoundOutput output(platform::OpenSoundDevice());
-        }
-        EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
-    }));
-}
-
-TEST(SoundSilence, TakesAThirdOfASecondAhead)
-{
-    SoundOutput output(nullptr);
-    SoundSilence voice(output, 44100, {output.GetHeardSeconds(), 0});
-    const std::vector<int16_t> block(2 * SoundVoice::blockFrames);
-    size_t count = 0;
-    for (; voice.HasRoom() && count < 100; count++)
-        EXPECT_TRUE(voice.Queue(block));
-    EXPECT_NEAR(double(count * SoundVoice::blockFrames) / 44100, 0.35, 0.05);
-}
-
-// What comes after a gap is heard after the gap: the position stood still in it.
-TEST(SoundSilence, ABlockThatComesTooLateIsHeardFromThenOn)
-{
-    SoundOutput output(nullptr);
-    SoundSilence voice(output, 10000, {output.GetHeardSeconds(), 0});
-    const std::vector<int16_t> block(2 * 100); // a hundredth of a second
-    voice.Queue(block);
-    EXPECT_EQ(voice.GetProgress().limitFrames, 100);
-    for (const double end = SteadySeconds() + 0.2; SteadySeconds() < end; test::Wait(0.002))
-        output.GetHeardSeconds();
-    const double now = output.GetHeardSeconds();
-    voice.Queue(block);
-    const SoundProgress progress = voice.GetProgress();
-    EXPECT_EQ(progress.limitFrames, 200);
-    EXPECT_GE(progress.startSeconds + 100 / 10000.0, now);
-}
-
-// Two blocks are heard to their end, and a third comes a quarter of a second after them.
-TEST(SoundOpenAL, ABlockThatComesTooLateIsHeardFromThenOnAndTheOthersNotAgain)
-{
-    EXPECT_TRUE(test::RunAlone("null", [] {
-        const auto device = platform::OpenSoundDevice();
-        ASSERT_TRUE(device);
-        const auto voice = device->CreateVoice(44100);
-        ASSERT_TRUE(voice);
-        const std::vector<int16_t> block(2 * 2048);
-        EXPECT_TRUE(voice->Queue(block));
-        EXPECT_TRUE(voice->Queue(block));
-        const SoundProgress before = voice->GetProgress();
-        test::Wait(0.35);
-        EXPECT_TRUE(voice->Queue(block));
-        test::Wait(0.025); // the mixer has begun it, and not ended it
-        const SoundProgress after = voice->GetProgress();
-        EXPECT_EQ(before.limitFrames, 2 * 2048);
-        EXPECT_EQ(after.limitFrames, 3 * 2048);
-        EXPECT_NEAR(after.startSeconds - before.startSeconds, 0.35 - 4096 / 44100.0, 0.05);
-    }));
-}
 
 TEST(SoundPlayer, PlaysToTheLastFrameAndStandsStill)
 {

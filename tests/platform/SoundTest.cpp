@@ -11,65 +11,14 @@
 #include <cmath>
 #include <csignal>
 #include <cstring>
-#include <filesystem>
 #include <unistd.h>
 
 using platform::SteadySeconds;
+using test::cShow;
 using test::ExpectWithAndWithoutDevice;
 
 namespace
 {
-const FMOD_MODE showMode = 0x40C8;
-
-/// The calls of the show, in its order.
-struct cShow
-{
-    FMOD::System *system = nullptr;
-    FMOD::Sound *sound = nullptr;
-    FMOD::Channel *channel = nullptr;
-
-    explicit cShow(const std::string &path, double loadingSeconds = 0)
-    {
-        unsigned int version = 0;
-        EXPECT_EQ(FMOD_System_Create(&system), FMOD_OK);
-        EXPECT_EQ(system->getVersion(&version), FMOD_OK);
-        EXPECT_GE(version, 0x44206u);
-        EXPECT_EQ(system->init(1, 0, nullptr), FMOD_OK);
-        EXPECT_EQ(system->createStream(path.c_str(), showMode, nullptr, &sound), FMOD_OK);
-        test::Wait(loadingSeconds);
-        EXPECT_EQ(system->playSound(FMOD_CHANNEL_FREE, sound, false, &channel), FMOD_OK);
-    }
-
-    void Stop()
-    {
-        EXPECT_EQ(sound->release(), FMOD_OK);
-        EXPECT_EQ(system->close(), FMOD_OK);
-        EXPECT_EQ(system->release(), FMOD_OK);
-    }
-
-    unsigned int GetPosition(FMOD_TIMEUNIT unit = FMOD_TIMEUNIT_PCMBYTES)
-    {
-        unsigned int position = 0;
-        EXPECT_EQ(system->update(), FMOD_OK);
-        EXPECT_EQ(channel->getPosition(&position, unit), FMOD_OK);
-        return position;
-    }
-
-    // The position in seconds at every millisecond of the next `seconds`.
-    test::cStraightness Watch(double seconds)
-    {
-        test::cStraightness straightness;
-        for (const double end = SteadySeconds() + seconds; SteadySeconds() < end;) {
-            const double before = SteadySeconds();
-            const double position = GetPosition() / 176400.0;
-            straightness.Add((before + SteadySeconds()) / 2, position);
-            test::Wait(0.001);
-        }
-        straightness.Fit();
-        return straightness;
-    }
-};
-
 std::string LongSweepFile()
 {
     test::WriteFile("long.mp3", test::LongSweep(10));
@@ -107,11 +56,6 @@ std::vector<int> WithoutSilenceBefore(const std::vector<int> &samples)
     return {frame, samples.end()};
 }
 
-int CountThreads()
-{
-    const std::filesystem::directory_iterator threads("/proc/self/task");
-    return int(std::distance(begin(threads), end(threads)));
-}
 } // namespace
 
 TEST(Sound, PlaysTheShowsCalls)
@@ -235,199 +179,5 @@ TEST(Sound, AStoppedProgramGoesOnWhereItWas)
         EXPECT_NEAR(show.GetPosition() / 176400.0, SteadySeconds() - start - 1.4, 0.4);
         EXPECT_NEAR(show.Watch(0.5).GetSlope(), 1, 0.03);
         show.Stop();
-    });
-}
-
-TEST(Sound, FilesThatCannotPlayAreToldAtOnce)
-{
-    ExpectWithAndWithoutDevice([] {
-        const test::cTemporaryFolder folder;
-        FMOD::System *system = nullptr;
-        FMOD::Sound *sound = nullptr;
-        FMOD_System_Create(&system);
-        system->init(1, FMOD_INIT_NORMAL, nullptr);
-        EXPECT_EQ(system->createStream("no.mp3", showMode, nullptr, &sound),
-                  FMOD_ERR_FILE_NOTFOUND);
-        EXPECT_EQ(system->createStream(".", showMode, nullptr, &sound), FMOD_ERR_FILE_BAD);
-        test::WriteFile("empty.mp3", "");
-        EXPECT_EQ(system->createStream("empty.mp3", showMode, nullptr, &sound), FMOD_ERR_FORMAT);
-        EXPECT_EQ(sound, nullptr);
-        EXPECT_EQ(system->release(), FMOD_OK);
-    });
-}
-
-TEST(Sound, CallsBeforeInitAreUninitialised)
-{
-    FMOD::System *system = nullptr;
-    FMOD::Sound *sound = nullptr;
-    ASSERT_EQ(FMOD_System_Create(&system), FMOD_OK);
-    EXPECT_EQ(system->createStream("a.mp3", showMode, nullptr, &sound), FMOD_ERR_UNINITIALIZED);
-    EXPECT_EQ(system->playSound(FMOD_CHANNEL_FREE, sound, false, nullptr), FMOD_ERR_UNINITIALIZED);
-    EXPECT_EQ(system->update(), FMOD_ERR_UNINITIALIZED);
-    EXPECT_EQ(system->close(), FMOD_ERR_UNINITIALIZED);
-    EXPECT_EQ(system->release(), FMOD_OK);
-}
-
-TEST(Sound, CallsWithNothingAreInvalid)
-{
-    EXPECT_EQ(FMOD_System_Create(nullptr), FMOD_ERR_INVALID_PARAM);
-    EXPECT_TRUE(test::RunAlone("none", [] {
-        cShow show(test::SweepPath());
-        FMOD::Sound *sound = nullptr;
-        EXPECT_EQ(show.system->getVersion(nullptr), FMOD_ERR_INVALID_PARAM);
-        EXPECT_EQ(show.system->createStream(nullptr, showMode, nullptr, &sound),
-                  FMOD_ERR_INVALID_PARAM);
-        EXPECT_EQ(show.system->createStream("a", showMode, nullptr, nullptr),
-                  FMOD_ERR_INVALID_PARAM);
-        EXPECT_EQ(show.system->playSound(FMOD_CHANNEL_FREE, nullptr, false, nullptr),
-                  FMOD_ERR_INVALID_PARAM);
-        EXPECT_EQ(show.system->playSound(FMOD_CHANNELINDEX(7), show.sound, false, nullptr),
-                  FMOD_ERR_INVALID_PARAM);
-        EXPECT_EQ(show.channel->getPosition(nullptr, FMOD_TIMEUNIT_PCM), FMOD_ERR_INVALID_PARAM);
-        unsigned int position = 42;
-        EXPECT_EQ(show.channel->getPosition(&position, 3), FMOD_ERR_FORMAT);
-        EXPECT_EQ(position, 42u); // a failed read leaves the last position
-        show.Stop();
-    }));
-}
-
-TEST(Sound, InitTakesWhatTheShowNeedsAndNothingElse)
-{
-    EXPECT_TRUE(test::RunAlone("none", [] {
-        FMOD::System *system = nullptr;
-        FMOD_System_Create(&system);
-        EXPECT_EQ(system->init(0, FMOD_INIT_NORMAL, nullptr), FMOD_ERR_INVALID_PARAM);
-        EXPECT_EQ(system->init(-1, FMOD_INIT_NORMAL, nullptr), FMOD_ERR_INVALID_PARAM);
-        EXPECT_EQ(system->init(5000, FMOD_INIT_NORMAL, nullptr), FMOD_ERR_INVALID_PARAM);
-        EXPECT_EQ(system->init(1, 1, nullptr), FMOD_ERR_INVALID_PARAM);
-        EXPECT_EQ(system->init(1, FMOD_INIT_NORMAL, nullptr), FMOD_OK);
-        EXPECT_EQ(system->init(1, FMOD_INIT_NORMAL, nullptr), FMOD_ERR_INITIALIZED);
-        FMOD::Sound *sound = nullptr;
-        const FMOD_MODE loop = 2;
-        EXPECT_EQ(system->createStream("a.mp3", loop, nullptr, &sound), FMOD_ERR_UNSUPPORTED);
-        EXPECT_EQ(system->release(), FMOD_OK);
-    }));
-}
-
-TEST(Sound, ReleasedHandlesAreInvalid)
-{
-    ExpectWithAndWithoutDevice([] {
-        cShow show(test::SweepPath());
-        FMOD::Channel *channel = nullptr;
-        unsigned int position = 7;
-        EXPECT_EQ(show.sound->release(), FMOD_OK);
-        EXPECT_EQ(show.sound->release(), FMOD_ERR_INVALID_HANDLE);
-        EXPECT_EQ(show.channel->getPosition(&position, 4), FMOD_ERR_INVALID_HANDLE);
-        EXPECT_EQ(position, 7u);
-        EXPECT_EQ(show.system->playSound(FMOD_CHANNEL_FREE, show.sound, false, &channel),
-                  FMOD_ERR_INVALID_HANDLE);
-        EXPECT_EQ(show.system->close(), FMOD_OK);
-        EXPECT_EQ(show.system->close(), FMOD_ERR_UNINITIALIZED);
-        EXPECT_EQ(show.system->release(), FMOD_OK);
-        EXPECT_EQ(show.system->release(), FMOD_ERR_INVALID_HANDLE);
-        EXPECT_EQ(show.system->update(), FMOD_ERR_INVALID_HANDLE);
-        EXPECT_EQ(show.system->init(1, 0, nullptr), FMOD_ERR_INVALID_HANDLE);
-        EXPECT_EQ(show.system->getVersion(&position), FMOD_ERR_INVALID_HANDLE);
-    });
-}
-
-TEST(Sound, EverythingMayBeReleasedWhileItPlaysInAnyOrder)
-{
-    ExpectWithAndWithoutDevice([] {
-        const int threads = CountThreads();
-        const auto closeFirst = [](cShow &show) { show.system->close(); };
-        const auto releaseFirst = [](cShow &show) { show.system->release(); };
-        const auto soundFirst = [](cShow &show) { show.Stop(); };
-        const std::vector<std::function<void(cShow &)>> ends = {closeFirst, releaseFirst,
-                                                                soundFirst};
-        for (const auto &end : ends) {
-            cShow show(test::SweepPath());
-            end(show);
-            unsigned int position = 0;
-            EXPECT_EQ(show.sound->release(), FMOD_ERR_INVALID_HANDLE);
-            EXPECT_EQ(show.channel->getPosition(&position, 4), FMOD_ERR_INVALID_HANDLE);
-            EXPECT_EQ(CountThreads(), threads);
-        }
-    });
-}
-
-TEST(Sound, ASystemMayBeOpenedAgain)
-{
-    ExpectWithAndWithoutDevice([] {
-        cShow show(test::SweepPath());
-        EXPECT_EQ(show.system->close(), FMOD_OK);
-        EXPECT_EQ(show.system->init(1, 0, nullptr), FMOD_OK);
-        EXPECT_EQ(
-            show.system->createStream(test::SweepPath().c_str(), showMode, nullptr, &show.sound),
-            FMOD_OK);
-        EXPECT_EQ(show.system->playSound(FMOD_CHANNEL_FREE, show.sound, false, &show.channel),
-                  FMOD_OK);
-        show.Watch(0.4);
-        EXPECT_GT(show.GetPosition(), 0u);
-        show.Stop();
-    });
-}
-
-TEST(Sound, ASoundPlayedAgainBeginsAnew)
-{
-    ExpectWithAndWithoutDevice([] {
-        cShow show(test::SweepPath());
-        test::Wait(0.5);
-        EXPECT_GT(show.GetPosition(), 176400u / 5);
-        FMOD::Channel *again = nullptr;
-        EXPECT_EQ(show.system->playSound(FMOD_CHANNEL_FREE, show.sound, false, &again), FMOD_OK);
-        EXPECT_EQ(again, show.channel);
-        EXPECT_LT(show.GetPosition(), 176400u / 10);
-        test::Wait(1.5);
-        EXPECT_EQ(show.GetPosition(), 4 * test::sweepFrames);
-        show.Stop();
-    });
-}
-
-TEST(Sound, APausedSoundStaysAtItsBeginning)
-{
-    ExpectWithAndWithoutDevice([] {
-        cShow show(test::SweepPath());
-        show.system->playSound(FMOD_CHANNEL_FREE, show.sound, true, nullptr);
-        test::Wait(0.3);
-        EXPECT_EQ(show.GetPosition(), 0u);
-        show.Stop();
-    });
-}
-
-TEST(Sound, OneChannelPlaysOneSound)
-{
-    ExpectWithAndWithoutDevice([] {
-        cShow show(test::SweepPath());
-        FMOD::Sound *other = nullptr;
-        show.system->createStream(test::MonoSweepPath().c_str(), showMode, nullptr, &other);
-        EXPECT_EQ(show.system->playSound(FMOD_CHANNEL_FREE, other, false, nullptr),
-                  FMOD_ERR_CHANNEL_ALLOC);
-        EXPECT_EQ(show.sound->release(), FMOD_OK);
-        EXPECT_EQ(show.system->playSound(FMOD_CHANNEL_FREE, other, false, nullptr), FMOD_OK);
-        EXPECT_EQ(show.system->release(), FMOD_OK);
-    });
-}
-
-TEST(Sound, TwoSystemsPlaySideBySide)
-{
-    ExpectWithAndWithoutDevice([] {
-        cShow one(test::SweepPath()), two(test::MonoSweepPath());
-        test::Wait(1.8);
-        EXPECT_EQ(one.GetPosition(), 4 * test::sweepFrames);
-        EXPECT_EQ(two.GetPosition(), 4 * test::monoSweepFrames);
-        one.Stop();
-        two.Stop();
-    });
-}
-
-// A show that fails while it starts returns from main and releases nothing.
-TEST(Sound, AProgramMayEndWhileItPlays)
-{
-    ExpectWithAndWithoutDevice([] {
-        testing::internal::CaptureStderr();
-        const cShow show(test::SweepPath());
-        test::Wait(0.1);
-        testing::internal::GetCapturedStderr();
     });
 }

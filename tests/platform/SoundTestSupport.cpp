@@ -1,5 +1,6 @@
 #include "tests/platform/SoundTestSupport.h"
 
+#include "platform/SoundRunningTime.h"
 #include "tests/support/TestFiles.h"
 
 #include <gtest/gtest.h>
@@ -11,6 +12,8 @@
 #include <sys/wait.h>
 #include <thread>
 #include <unistd.h>
+
+using platform::SteadySeconds;
 
 namespace test
 {
@@ -125,5 +128,44 @@ void cStraightness::Fit()
         mWorst = std::max(mWorst, std::abs(error));
     }
     mRms = std::sqrt(squares / count);
+}
+
+cShow::cShow(const std::string &path, double loadingSeconds)
+{
+    unsigned int version = 0;
+    EXPECT_EQ(FMOD_System_Create(&system), FMOD_OK);
+    EXPECT_EQ(system->getVersion(&version), FMOD_OK);
+    EXPECT_GE(version, 0x44206u);
+    EXPECT_EQ(system->init(1, 0, nullptr), FMOD_OK);
+    EXPECT_EQ(system->createStream(path.c_str(), showMode, nullptr, &sound), FMOD_OK);
+    Wait(loadingSeconds);
+    EXPECT_EQ(system->playSound(FMOD_CHANNEL_FREE, sound, false, &channel), FMOD_OK);
+}
+
+void cShow::Stop()
+{
+    EXPECT_EQ(sound->release(), FMOD_OK);
+    EXPECT_EQ(system->close(), FMOD_OK);
+    EXPECT_EQ(system->release(), FMOD_OK);
+}
+
+unsigned int cShow::GetPosition(FMOD_TIMEUNIT unit)
+{
+    unsigned int position = 0;
+    EXPECT_EQ(system->update(), FMOD_OK);
+    EXPECT_EQ(channel->getPosition(&position, unit), FMOD_OK);
+    return position;
+}
+
+cStraightness cShow::Watch(double seconds)
+{
+    cStraightness straightness;
+    for (const double end = SteadySeconds() + seconds; SteadySeconds() < end; Wait(0.001)) {
+        const double before = SteadySeconds();
+        const double position = GetPosition() / 176400.0;
+        straightness.Add((before + SteadySeconds()) / 2, position);
+    }
+    straightness.Fit();
+    return straightness;
 }
 } // namespace test

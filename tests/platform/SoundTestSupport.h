@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/Sound.h"
+
 #include <cstdint>
 #include <functional>
 #include <string>
@@ -50,5 +52,26 @@ public:
 private:
     std::vector<double> mTimes, mPositions;
     double mSlope = 0, mRms = 0, mWorst = 0;
+};
+
+const FMOD_MODE showMode = 0x40C8;
+
+/// The calls of the show, in its order, each expected to succeed.
+struct cShow
+{
+    FMOD::System *system = nullptr;
+    FMOD::Sound *sound = nullptr;
+    FMOD::Channel *channel = nullptr;
+
+    /// From the start to `playSound`.
+    explicit cShow(const std::string &path, double loadingSeconds = 0);
+
+    void Stop();
+
+    /// One pass of the loop.
+    unsigned int GetPosition(FMOD_TIMEUNIT unit = FMOD_TIMEUNIT_PCMBYTES);
+
+    /// The position in seconds at every millisecond of the next `seconds`.
+    cStraightness Watch(double seconds);
 };
 } // namespace test
