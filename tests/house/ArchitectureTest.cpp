@@ -147,6 +147,8 @@ TEST_F(Architecture, TableAllowsNothingThatNobodyIncludes)
         for (const cInclude &include : ReadIncludes(folder))
             used.insert(include.mIsLibrary ? Library(include.mName)
                                            : FolderOf(include.mName, mRules));
+        if (used.size() == 1)
+            continue; // no code there
         for (const Names &names : {rule.mFolders, rule.mLibraries})
             for (const std::string &name : names)
                 EXPECT_TRUE(used.count(name)) << folder << ": " << name;
