@@ -41,16 +41,15 @@ install_packages() {
     rm -f /tmp/vyr-apt.$$.log
 }
 
-# configure_and_build FOLDER [--only "targets"] [cmake options]: quiet unless it fails.
+# configure_and_build PRESET [targets]: a preset of CMakePresets.json, in build/ for release, else in
+# build-PRESET/; quiet unless it fails.
 configure_and_build() {
-    local folder=$1 log targets=all
+    local preset=$1 folder=build-$1 log
     shift
-    [ "${1:-}" = --only ] && { targets=$2; shift 2; }
+    [ "$preset" = release ] && folder=build
     mkdir -p "$folder"
     log=$folder/build.log
-    cmake -S . -B "$folder" -G Ninja -DCMAKE_CXX_COMPILER_LAUNCHER=ccache "$@" >"$log" 2>&1 ||
-        { cat "$log"; fail "could not configure, see above"; }
-    # shellcheck disable=SC2086 # several targets are several words
-    cmake --build "$folder" --target $targets >"$log" 2>&1 ||
+    cmake --preset "$preset" >"$log" 2>&1 || { cat "$log"; fail "could not configure, see above"; }
+    cmake --build "$folder" --target "${@:-all}" >"$log" 2>&1 ||
         { grep -vE '^\[[0-9]+/[0-9]+\]' "$log"; fail "could not build, see above"; }
 }
