@@ -135,7 +135,7 @@ TEST_F(Architecture, FilesIncludeOnlyWhatTheTableAllows)
         for (const cInclude &include : ReadIncludes(folder)) {
             const bool isOfAnother = FolderOf(include.mFile, mRules) != folder;
             EXPECT_TRUE(isOfAnother || IsAllowed(folder, include))
-                << include.mFile << ": " << include.mName;
+                << include.mFile << ": docs/architecture.md does not allow " << include.mName;
         }
 }
 

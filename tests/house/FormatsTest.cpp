@@ -1,4 +1,5 @@
 #include "engine/3DObject.h"
+#include "engine/BitmapFont.h"
 #include "engine/Singleton.h"
 #include "engine/TextureManager.h"
 #include "sync/data.h"
@@ -79,5 +80,14 @@ TEST_F(FormatsPageWithTextures, ObjectExampleIsWhatItSays)
     EXPECT_EQ(object->mPolygons[0].mSurface, &object->mSurfaces[0]);
     ASSERT_EQ(object->mClips.size(), 1u);
     EXPECT_EQ(object->mClips[0].mClipIndex, 1);
+}
+
+TEST_F(FormatsPageWithTextures, FontExampleIsWhatItSays)
+{
+    test::WriteFile("letters.fnt", Example("xml", 0));
+    vyr::cBitmapFont font("letters.fnt");
+    EXPECT_EQ(font.GetPixelSize(), 20);
+    EXPECT_EQ(font.GetStringWidth("VA"), 18);
+    EXPECT_EQ(font.GetStringWidth("AV"), 20);
 }
 } // namespace
