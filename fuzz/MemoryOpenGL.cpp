@@ -17,7 +17,12 @@ void DeleteTextures(GLsizei, const GLuint *) {}
 void BindTexture(GLenum, GLuint) {}
 void TexParameteri(GLenum, GLenum, GLint) {}
 void TexParameterf(GLenum, GLenum, GLfloat) {}
-void PixelStorei(GLenum, GLint value) { unpackAlignment = value; }
+void PixelStorei(GLenum what, GLint value)
+{
+    if (what == GL_UNPACK_ALIGNMENT)
+        unpackAlignment = value;
+}
+
 void PushClientAttrib(GLbitfield) { savedAlignment = unpackAlignment; }
 void PopClientAttrib() { unpackAlignment = savedAlignment; }
 
