@@ -14,7 +14,8 @@ endif()
 set(VYR_SANITIZE "" CACHE STRING "Sanitizers to build with, as for -fsanitize")
 if(VYR_SANITIZE)
     # GCC warns of uninitialised values inside its own <regex> when a sanitizer looks on.
-    target_compile_options(vyr_compile_options INTERFACE -Wno-maybe-uninitialized)
+    target_compile_options(vyr_compile_options INTERFACE
+        $<$<CXX_COMPILER_ID:GNU>:-Wno-maybe-uninitialized>)
     add_compile_options(-fsanitize=${VYR_SANITIZE} -fno-sanitize-recover=all
                         -fno-omit-frame-pointer -g)
     add_link_options(-fsanitize=${VYR_SANITIZE})
