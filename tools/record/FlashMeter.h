@@ -28,6 +28,7 @@ class cTransitions
 public:
     static constexpr int kKept = 20;
 
+    cTransitions() { mFrames.fill(kNever); }
     void Add(int64_t frame);
     /// The frame of the `count`-th last change, 1 to kKept; far in the past when there were fewer.
     int64_t Last(int count) const;
@@ -35,9 +36,7 @@ public:
 private:
     static constexpr int64_t kNever = -(int64_t(1) << 40);
 
-    std::array<int64_t, kKept> mFrames{kNever, kNever, kNever, kNever, kNever, kNever, kNever,
-                                       kNever, kNever, kNever, kNever, kNever, kNever, kNever,
-                                       kNever, kNever, kNever, kNever, kNever, kNever};
+    std::array<int64_t, kKept> mFrames;
     int mNext = 0;
 };
 

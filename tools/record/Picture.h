@@ -23,8 +23,8 @@ struct cPicture
     const uint8_t *Row(int y) const { return mBytes.data() + size_t(y) * RowBytes(); }
 };
 
-/// `picture` at `width` by `height`, neither of them larger than its own size: each pixel is the
-/// mean of the area that it covers.
+/// `picture` at `width` by `height`: each pixel is the mean of the area that it covers. Where that
+/// is less than a pixel, pixels repeat.
 cPicture Shrink(const cPicture &picture, int width, int height);
 
 /// Writes an RGB PNG to `path`; false when it can't be written whole.

@@ -68,12 +68,6 @@ void Paste(const cPicture &small, cPicture &sheet, int left, int top)
         std::copy(small.Row(y), small.Row(y) + small.RowBytes(), sheet.Row(top + y) + 4 * left);
 }
 
-// A small drawing is not enlarged beyond its own pixels' mean: each pixel is repeated instead.
-cPicture ToTile(const cPicture &picture, const cLayout &layout)
-{
-    return Shrink(picture, tileWidth, layout.mTileHeight);
-}
-
 std::string ToMinutes(int64_t microRow)
 {
     const int64_t tenths = microRow / microRowsPerTenth;
@@ -137,7 +131,7 @@ eOutcome RecordSheet(const cOptions &options)
             throw cInterruption("interrupted: nothing was written");
         const int64_t row = rows[size_t(i)];
         const int left = layout.Left(i), top = layout.Top(i);
-        Paste(ToTile(stage.DrawStill(grid, row), layout), sheet, left, top);
+        Paste(Shrink(stage.DrawStill(grid, row), tileWidth, layout.mTileHeight), sheet, left, top);
         font.Write(sheet, SheetLabel(row), left, top + layout.mTileHeight + 19, labelLetters,
                    labelColor);
     }
