@@ -6,11 +6,11 @@ fail() {
     exit 1
 }
 
-# wanted_packages [checks]: those below the line "# checks" only when asked for.
+# wanted_packages [SECTION]: those above the first section of packages.txt ("# checks", "# bench"),
+# and those of SECTION.
 wanted_packages() {
-    local until=checks
-    [ "${1:-}" = checks ] && until=end
-    sed -e "/^# $until\$/,\$d" -e 's/#.*//' -e 's/[[:space:]].*//' -e '/^$/d' packages.txt
+    awk -v wanted="${1:-}" '/^# (checks|bench)$/ { section = $2 }
+        !/^#/ && NF && (section == "" || section == wanted) { print $1 }' packages.txt
 }
 
 missing_packages() {
@@ -21,7 +21,7 @@ missing_packages() {
     done
 }
 
-# install_packages [checks]: installs what packages.txt names and the machine lacks; nothing happens
+# install_packages [SECTION]: installs what packages.txt names and the machine lacks; nothing happens
 # when all is there.
 install_packages() {
     command -v apt-get >/dev/null || fail "apt-get not found: this script knows Debian 12; the packages are listed in packages.txt"
