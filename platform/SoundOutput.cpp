@@ -13,12 +13,17 @@ const auto watchPause = std::chrono::milliseconds(4);
 } // namespace
 
 SoundOutput::SoundOutput(std::unique_ptr<SoundDevice> device)
-    : mDevice(std::move(device)), mIsSilent(!mDevice)
+    : mDevice(std::move(device)), mClock(mDevice ? mDevice->GetBlockSeconds() : 0),
+      mIsSilent(!mDevice)
 {
-    if (mDevice)
-        mWatcher = std::jthread([this](const std::stop_token &stop) { Watch(stop); });
-    else
+    if (!mDevice) {
         std::fputs("No sound device: the show plays silently.\n", stderr);
+        return;
+    }
+    // Not left to the watcher, which may be late on a busy machine: a sound that begins before the
+    // device's time is known would begin at 0, and leap with the first reading.
+    Observe();
+    mWatcher = std::jthread([this](const std::stop_token &stop) { Watch(stop); });
 }
 
 SoundOutput::~SoundOutput() = default; // the watcher is stopped and joined
@@ -36,22 +41,24 @@ std::unique_ptr<SoundVoice> SoundOutput::CreateVoice(int rate)
     return mDevice ? mDevice->CreateVoice(rate) : nullptr;
 }
 
-// Where the device and this thread were kept waiting, the reading is younger than `heard` says: the
-// clock counts on readings that come late, and on none that come early.
 void SoundOutput::Watch(const std::stop_token &stop)
 {
-    SoundClock clock(mDevice->GetBlockSeconds());
     while (!stop.stop_requested() && mDevice->IsConnected()) {
-        const double heard = mDevice->ReadHeardSeconds();
-        clock.Observe(SteadySeconds(), heard);
-        {
-            const std::lock_guard lock(mMutex);
-            mLine = clock.GetLine();
-        }
+        Observe();
         std::this_thread::sleep_for(watchPause);
     }
     if (!stop.stop_requested())
         FallSilent();
+}
+
+// Where the device and this thread were kept waiting, the reading is younger than `heard` says: the
+// clock counts on readings that come late, and on none that come early.
+void SoundOutput::Observe()
+{
+    const double heard = mDevice->ReadHeardSeconds();
+    mClock.Observe(SteadySeconds(), heard);
+    const std::lock_guard lock(mMutex);
+    mLine = mClock.GetLine();
 }
 
 void SoundOutput::FallSilent()

@@ -16,7 +16,8 @@ namespace platform
 class SoundOutput
 {
 public:
-    /// Null `device`: silence from the beginning. Silence says so in one line on standard error.
+    /// Asks the device for its time, and follows it from then on. Null `device`: silence from the
+    /// beginning. Silence says so in one line on standard error.
     explicit SoundOutput(std::unique_ptr<SoundDevice> device);
     ~SoundOutput();
     SoundOutput(const SoundOutput &) = delete;
@@ -31,9 +32,11 @@ public:
 
 private:
     void Watch(const std::stop_token &stop);
+    void Observe();
     void FallSilent();
 
     std::unique_ptr<SoundDevice> mDevice;
+    SoundClock mClock; // the watcher's, once that runs
     std::mutex mMutex; // over what follows
     SoundRunningTime mRunningTime;
     SoundLine mLine;

@@ -59,6 +59,34 @@ TEST(SoundOutput, ADeviceIsNotTalkedAbout)
     }));
 }
 
+namespace
+{
+/// A device that had played for 100 s before it was opened, and takes a while to say so.
+class cSlowDevice : public platform::SoundDevice
+{
+public:
+    double GetBlockSeconds() const override { return 0.02; }
+    double ReadHeardSeconds() override
+    {
+        test::Wait(0.05);
+        return 100 + SteadySeconds() - mStart;
+    }
+    bool IsConnected() override { return true; }
+    std::unique_ptr<SoundVoice> CreateVoice(int) override { return nullptr; }
+
+private:
+    double mStart = SteadySeconds();
+};
+} // namespace
+
+// Who asks at once would else begin at 0, and leap when the device is asked first.
+TEST(SoundOutput, KnowsTheDevicesTimeFromTheBeginning)
+{
+    SoundOutput output(std::make_unique<cSlowDevice>());
+    EXPECT_GE(output.GetHeardSeconds(), 100);
+    EXPECT_LT(output.GetHeardSeconds(), 101);
+}
+
 TEST(SoundSilence, TakesAThirdOfASecondAhead)
 {
     SoundOutput output(nullptr);
