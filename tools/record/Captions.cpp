@@ -50,8 +50,5 @@ cCaptions::cCaptions(const std::string &lyricsPath, const demo::tTracks &tracks,
         throw cFailure(error);
 }
 
-std::vector<std::string> cCaptions::GetInputOptions() const
-{
-    return {"-f", "webvtt", "-i", mFile.GetPath()};
-}
+tArguments cCaptions::GetInputOptions() const { return {"-f", "webvtt", "-i", mFile.GetPath()}; }
 } // namespace record

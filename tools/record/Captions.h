@@ -1,11 +1,11 @@
 #pragma once
 
 #include "demo/Show.h"
+#include "tools/record/Arguments.h"
 #include "tools/record/FrameGrid.h"
 #include "tools/record/TemporaryFile.h"
 
 #include <string>
-#include <vector>
 
 namespace record
 {
@@ -20,7 +20,7 @@ public:
               const cFrameRange &piece);
 
     /// ffmpeg's options for these captions as an input.
-    std::vector<std::string> GetInputOptions() const;
+    tArguments GetInputOptions() const;
 
 private:
     cTemporaryFile mFile;

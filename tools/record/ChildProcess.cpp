@@ -71,7 +71,7 @@ std::string ReadTail(FILE *file)
 }
 } // namespace
 
-cChildProcess::cChildProcess(const std::vector<std::string> &arguments, bool withInput)
+cChildProcess::cChildProcess(const tArguments &arguments, bool withInput)
     : mName(arguments.front()), mErrors(std::tmpfile(), std::fclose)
 {
     if (!mErrors)
@@ -103,7 +103,7 @@ cChildProcess::~cChildProcess()
     WaitForEnd();
 }
 
-void cChildProcess::Spawn(const std::vector<std::string> &arguments, int input)
+void cChildProcess::Spawn(const tArguments &arguments, int input)
 {
     std::vector<char *> pointers;
     for (const std::string &argument : arguments)
@@ -134,22 +134,33 @@ bool cChildProcess::Write(const void *bytes, size_t count)
     return true;
 }
 
-int cChildProcess::WaitForEnd()
+void cChildProcess::WaitForEnd()
 {
-    int status = 0;
-    while (waitpid(mProcess, &status, 0) < 0 && errno == EINTR)
+    while (waitpid(mProcess, &mStatus, 0) < 0 && errno == EINTR)
         continue;
     mProcess = -1;
-    return status;
 }
 
-std::string cChildProcess::GetComplaint(int status) const
+std::string cChildProcess::GetComplaint() const
 {
-    if (WIFSIGNALED(status))
-        return mName + ": ended by signal " + std::to_string(WTERMSIG(status));
+    if (WIFSIGNALED(mStatus))
+        return mName + ": ended by signal " + std::to_string(WTERMSIG(mStatus));
     const std::string line = FindLastLine(ReadTail(mErrors.get()));
-    const std::string number = std::to_string(WEXITSTATUS(status));
+    const std::string number = std::to_string(WEXITSTATUS(mStatus));
     return mName + ": " + (line.empty() ? "failed with status " + number : line);
+}
+
+void cChildProcess::ThrowOnFailure() const
+{
+    if (mStatus != 0)
+        throw cFailure(GetComplaint());
+}
+
+void cChildProcess::Check()
+{
+    if (mProcess >= 0 && waitpid(mProcess, &mStatus, WNOHANG) == mProcess)
+        mProcess = -1;
+    ThrowOnFailure();
 }
 
 void cChildProcess::Finish()
@@ -157,13 +168,10 @@ void cChildProcess::Finish()
     if (mInput >= 0)
         close(mInput);
     mInput = -1;
-    const int status = WaitForEnd();
-    if (status != 0)
-        throw cFailure(GetComplaint(status));
+    if (mProcess >= 0)
+        WaitForEnd();
+    ThrowOnFailure();
 }
 
-void RunProgram(const std::vector<std::string> &arguments)
-{
-    cChildProcess(arguments, false).Finish();
-}
+void RunProgram(const tArguments &arguments) { cChildProcess(arguments, false).Finish(); }
 } // namespace record

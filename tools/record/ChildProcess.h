@@ -1,11 +1,12 @@
 #pragma once
 
+#include "tools/record/Arguments.h"
+
 #include <cstddef>
 #include <cstdio>
 #include <memory>
 #include <string>
 #include <sys/types.h>
-#include <vector>
 
 namespace record
 {
@@ -18,28 +19,32 @@ public:
     /// Starts `arguments[0]`, looked up in PATH. With `withInput` what is given to Write arrives on
     /// its standard input, which is empty otherwise; its output goes nowhere, its error text is
     /// kept. Throws cFailure when it can't be started.
-    cChildProcess(const std::vector<std::string> &arguments, bool withInput);
+    cChildProcess(const tArguments &arguments, bool withInput);
     ~cChildProcess(); ///< ends the program if it still runs
     cChildProcess(const cChildProcess &) = delete;
     cChildProcess &operator=(const cChildProcess &) = delete;
 
     /// Waits until the other side has room. False when it no longer reads.
     bool Write(const void *bytes, size_t count);
+    /// Throws cFailure, as Finish does, when it has ended already and failed.
+    void Check();
     /// Closes its input and waits for its end. Throws cFailure, with what it said last, when it
     /// failed.
     void Finish();
 
 private:
-    void Spawn(const std::vector<std::string> &arguments, int input);
-    int WaitForEnd();
-    std::string GetComplaint(int status) const;
+    void Spawn(const tArguments &arguments, int input);
+    void WaitForEnd();
+    void ThrowOnFailure() const;
+    std::string GetComplaint() const;
 
     std::string mName;
     pid_t mProcess = -1; // -1 when it has ended
+    int mStatus = 0;     // how it ended, as waitpid says it
     int mInput = -1;     // our end of the pipe
     std::unique_ptr<FILE, int (*)(FILE *)> mErrors;
 };
 
 /// Starts the program and waits for its end; throws as above.
-void RunProgram(const std::vector<std::string> &arguments);
+void RunProgram(const tArguments &arguments);
 } // namespace record

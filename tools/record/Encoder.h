@@ -16,12 +16,10 @@ struct cEncoding
     cSize mSize;
     cFrameRate mRate;
     cFrameRange mRange, mPiece;
-    std::vector<std::string> mSound;    ///< ffmpeg's options for the sound as an input
-    std::vector<std::string> mCaptions; ///< and for the captions; empty for none
-    std::string mPath;
 };
 
-/// Turns frames into an MP4 file by the ffmpeg program: H.264 and AAC, as every player has them.
+/// Turns frames into an MP4 file of pictures alone by the ffmpeg program: H.264, as every player
+/// has it.
 ///
 /// Pieces of a range that were encoded apart equal the whole, bit for bit, where a group of
 /// pictures of the whole begins where the piece does. So every encoding begins one at the borders
@@ -32,8 +30,8 @@ class cEncoder : public cFrameSink
 public:
     static constexpr int64_t kExactParts = 16;
 
-    /// Starts ffmpeg. Throws cFailure when it can't be started.
-    explicit cEncoder(const cEncoding &encoding);
+    /// Starts ffmpeg, which writes to `path`. Throws cFailure when it can't be started.
+    cEncoder(const cEncoding &encoding, const std::string &path);
     void Take(const cDrawnFrame &frame) override;
     /// Completes the file. Throws cFailure.
     void Finish();
@@ -42,7 +40,4 @@ private:
     cChildProcess mProgram;
     std::vector<uint8_t> mPlanes;
 };
-
-/// Cuts the file's sound where its picture ends, after `seconds`. Throws cFailure.
-void CutSound(const std::string &path, double seconds);
 } // namespace record

@@ -1,7 +1,5 @@
 #include "tools/record/Music.h"
 
-#include "tools/record/ChildProcess.h"
-
 #include <algorithm>
 #include <cstdio>
 
@@ -34,46 +32,27 @@ cMusic::cMusic(const cFrameGrid &grid, const cFrameRange &range, const cFrameRan
     const int64_t count = grid.Sample(range.mEnd) - first;
     mBegin = grid.Sample(piece.mFirst) - first;
     mEnd = grid.Sample(piece.mEnd) - first;
-    Encode(first, mIsLast ? count : std::min(count, mEnd + lookaheadSamples));
+    const int64_t needed = mIsLast ? count : std::min(count, mEnd + lookaheadSamples);
+    mEncoder.emplace(GetArguments(first, needed), false);
 }
 
-void cMusic::Encode(int64_t firstSample, int64_t sampleCount) const
+tArguments cMusic::GetArguments(int64_t firstSample, int64_t sampleCount) const
 {
     const std::string filter =
         "aresample=44100,atrim=start_sample=" + std::to_string(firstSample) +
         ":end_sample=" + std::to_string(firstSample + sampleCount) +
         ",asetpts=PTS-STARTPTS,apad=whole_len=" + std::to_string(sampleCount);
-    RunProgram({"ffmpeg",
-                "-hide_banner",
-                "-nostdin",
-                "-loglevel",
-                "error",
-                "-y",
-                "-i",
-                musicPath,
-                "-map",
-                "0:a:0",
-                "-af",
-                filter,
-                "-ac",
-                "2",
-                "-c:a",
-                "aac",
-                "-b:a",
-                "192k",
-                "-movie_timescale",
-                "44100",
-                "-f",
-                "mp4",
-                mFile.GetPath()});
+    return Ffmpeg() + tArguments{"-i", musicPath, "-map", "0:a:0", "-af", filter} +
+           Words("-ac 2 -c:a aac -b:a 192k -movie_timescale 44100 -f mp4") +
+           tArguments{mFile.GetPath()};
 }
 
-std::vector<std::string> cMusic::GetInputOptions() const
+tArguments cMusic::GetInputOptions() const
 {
     const bool isFirst = mBegin == 0;
     const int64_t start = PacketStart(mBegin);
     const int64_t seek = isFirst ? 0 : start + insidePacket;
-    std::vector<std::string> options;
+    tArguments options;
     if (!isFirst)
         options = {"-ss", ToSeconds(seek), "-itsoffset", ToSeconds(seek - mBegin)};
     if (!mIsLast) {

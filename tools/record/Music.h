@@ -1,10 +1,10 @@
 #pragma once
 
+#include "tools/record/ChildProcess.h"
 #include "tools/record/FrameGrid.h"
 #include "tools/record/TemporaryFile.h"
 
-#include <string>
-#include <vector>
+#include <optional>
 
 namespace record
 {
@@ -18,18 +18,21 @@ namespace record
 class cMusic
 {
 public:
-    /// Encodes the music of the working directory's show as far as `piece`, a part of `range`,
-    /// needs it. Music that ends earlier is followed by silence. Throws cFailure.
+    /// Starts to encode the music of the working directory's show as far as `piece`, a part of
+    /// `range`, needs it. Music that ends earlier is followed by silence. Throws cFailure.
     cMusic(const cFrameGrid &grid, const cFrameRange &range, const cFrameRange &piece);
 
-    /// ffmpeg's options for this sound as an input.
-    std::vector<std::string> GetInputOptions() const;
+    void Check() { mEncoder->Check(); }   ///< throws cFailure when the encoder has failed
+    void Finish() { mEncoder->Finish(); } ///< waits for the whole of it; throws the same
+    /// ffmpeg's options for this sound as an input, once it is whole.
+    tArguments GetInputOptions() const;
 
 private:
-    void Encode(int64_t firstSample, int64_t sampleCount) const;
+    tArguments GetArguments(int64_t firstSample, int64_t sampleCount) const;
 
     cTemporaryFile mFile;
     int64_t mBegin, mEnd; // of the piece, in samples from the range's first
     bool mIsLast;         // whether the piece ends with the range
+    std::optional<cChildProcess> mEncoder;
 };
 } // namespace record

@@ -1,16 +1,13 @@
 #include "tools/record/Recording.h"
 
-#include "tools/record/Captions.h"
-#include "tools/record/Encoder.h"
 #include "tools/record/Failure.h"
 #include "tools/record/FlashReport.h"
 #include "tools/record/Interrupt.h"
 #include "tools/record/Manifest.h"
-#include "tools/record/Music.h"
-#include "tools/record/OutputFile.h"
 #include "tools/record/Progress.h"
 #include "tools/record/Readback.h"
 #include "tools/record/ShowFiles.h"
+#include "tools/record/Video.h"
 
 #include <cstdio>
 #include <deque>
@@ -37,21 +34,17 @@ public:
             mManifest.emplace(options.mManifest, Describe(options));
         if (options.mOutput.empty())
             return;
-        mVideo.emplace(options.mOutput);
         if (!options.mLyrics.empty())
             mCaptions.emplace(options.mLyrics, tracks, grid, piece);
-        mMusic.emplace(grid, range, piece);
-        mEncoder.emplace(
-            cEncoding{options.mSize, options.mRate, range, piece, mMusic->GetInputOptions(),
-                      mCaptions ? mCaptions->GetInputOptions() : std::vector<std::string>(),
-                      mVideo->GetTemporaryPath()});
+        mVideo.emplace(options.mOutput, cEncoding{options.mSize, options.mRate, range, piece},
+                       mCaptions ? &*mCaptions : nullptr);
     }
 
     std::vector<cFrameSink *> GetSinks()
     {
         std::vector<cFrameSink *> sinks;
-        if (mEncoder)
-            sinks.push_back(&*mEncoder);
+        if (mVideo)
+            sinks.push_back(&*mVideo);
         if (mManifest)
             sinks.push_back(&*mManifest);
         if (mFlashMeter)
@@ -67,12 +60,8 @@ public:
             mManifest->Finish(isWhole ? "" : "interrupted");
         if (mFlashMeter)
             WriteFlashReport(*mFlashReport, *mFlashMeter, mGrid, {mPiece.mFirst, end}, tracks);
-        if (!mEncoder)
-            return;
-        mEncoder->Finish();
-        if (!isWhole)
-            CutSound(mVideo->GetTemporaryPath(), mGrid.Seconds(end) - mGrid.Seconds(mPiece.mFirst));
-        mVideo->Commit();
+        if (mVideo)
+            mVideo->Finish(end);
     }
 
     bool HasFlashes() const { return mFlashMeter && !mFlashMeter->GetFlashes().empty(); }
@@ -90,10 +79,8 @@ private:
     std::optional<cTextFile> mFlashReport;
     std::optional<cFlashMeter> mFlashMeter;
     std::optional<cManifest> mManifest;
-    std::optional<cOutputFile> mVideo;
     std::optional<cCaptions> mCaptions;
-    std::optional<cMusic> mMusic;
-    std::optional<cEncoder> mEncoder;
+    std::optional<cVideo> mVideo;
 };
 
 /// The path of a frame from the stage to the writer.

@@ -1,0 +1,49 @@
+#include "tools/record/ChildProcess.h"
+#include "tools/record/Failure.h"
+
+#include <gmock/gmock.h>
+
+#include <chrono>
+#include <thread>
+
+using record::cChildProcess;
+using record::cFailure;
+
+namespace
+{
+// Asks again and again, as a recording does with each frame, until there is something to say.
+std::string FirstComplaint(cChildProcess &program)
+{
+    for (int i = 0; i < 5000; i++) {
+        try {
+            program.Check();
+        } catch (const cFailure &failure) {
+            return failure.what();
+        }
+        std::this_thread::sleep_for(std::chrono::milliseconds(2));
+    }
+    return "none";
+}
+
+TEST(ChildProcess, IsAskedWhileItRunsWithoutWaiting)
+{
+    cChildProcess program({"cat"}, true);
+    EXPECT_NO_THROW(program.Check()); // would wait for ever: its input is open
+    EXPECT_TRUE(program.Write("text", 4));
+    EXPECT_NO_THROW(program.Finish());
+    EXPECT_NO_THROW(program.Check());
+}
+
+TEST(ChildProcess, SaysBeforeItIsWaitedForThatItFailed)
+{
+    cChildProcess program({"sh", "-c", "echo first >&2; echo went away >&2; exit 9"}, false);
+    EXPECT_EQ(FirstComplaint(program), "sh: went away");
+    EXPECT_THROW(program.Finish(), cFailure); // and says so again
+}
+
+TEST(ChildProcess, NamesTheSignalThatEndedIt)
+{
+    cChildProcess program({"sh", "-c", "kill -9 $$"}, false);
+    EXPECT_EQ(FirstComplaint(program), "sh: ended by signal 9");
+}
+} // namespace

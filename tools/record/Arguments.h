@@ -1,0 +1,17 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace record
+{
+/// The words of a command line, the program's name first.
+using tArguments = std::vector<std::string>;
+
+/// The words of `text`, which stand between blanks.
+tArguments Words(const std::string &text);
+tArguments operator+(tArguments arguments, const tArguments &more);
+
+/// How each call of ffmpeg begins: quiet but for errors, nothing asked, its result replaced.
+tArguments Ffmpeg();
+} // namespace record
