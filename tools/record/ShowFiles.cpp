@@ -142,10 +142,11 @@ fs::path FindShow(const std::string &asked)
     const fs::path own = fs::read_symlink("/proc/self/exe", ignored).parent_path();
     if (HasShow(own))
         return own;
-    if (!HasShow("."))
-        throw cFailure(
-            "no show in the current folder: it has no data folder; --show DIR names one");
-    return ".";
+    const fs::path current = fs::current_path(ignored);
+    if (!HasShow(current))
+        throw cFailure("no show in " + own.string() + " or " + current.string() +
+                       ": neither has a data folder; name the show's with --show DIR");
+    return current;
 }
 
 void CheckShowFiles()
