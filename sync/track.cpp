@@ -1,9 +1,12 @@
 #include "sync/track.h"
 
 #include "platform/Assert.h"
-#include "platform/Truncate.h"
 
+#include <algorithm>
 #include <cmath>
+#include <cstddef>
+#include <cstdint>
+#include <limits>
 
 namespace
 {
@@ -22,71 +25,98 @@ int RowsBetween(const sync_key &from, const sync_key &to)
     return static_cast<int>(static_cast<unsigned>(to.row) - static_cast<unsigned>(from.row));
 }
 
-// The order of the operations is part of the result: each is rounded.
-double Shape(int type, double t)
-{
-    switch (type) {
-    case SYNC_KEY_SMOOTHSTEP:
-        return (t * -2.0 + 3.0) * (t * t);
-    case SYNC_KEY_QUADRATIC:
-        return t * t;
-    default:
-        return t;
-    }
-}
-
+// For types 1 to 3. The order of the operations is part of the result: each is rounded. All shapes
+// are worked out and one is picked, because a branch on the type would be guessed wrong often.
 float Interpolate(const sync_key &key, const sync_key &next, double row)
 {
     const double t = (row - double(key.row)) / double(RowsBetween(key, next));
+    const double shapes[3] = {t, (t * -2.0 + 3.0) * (t * t), t * t};
     const float difference = next.value - key.value;
-    return float(double(difference) * Shape(key.type, t) + double(key.value));
+    return float(double(difference) * shapes[key.type - 1] + double(key.value));
+}
+
+// Where a bisection for a row ends: behind the key that it met on the row, or else behind the last
+// key before the row, which may be the start.
+struct cPlace
+{
+    const sync_key *mNext;
+    bool mFound;
+};
+
+// A hit does not end the search: from then on every key counts as behind the row, which leads back
+// to the hit. So the way through the keys is the same for all rows from one key up to the next, and
+// the processor guesses it right from frame to frame, where a stop would surprise it every few
+// rows. `count` is at least 1.
+cPlace Bisect(const sync_key *keys, size_t count, int row)
+{
+    const std::int64_t beforeAllRows = std::numeric_limits<std::int64_t>::min();
+    std::int64_t wanted = row;
+    do {
+        const size_t half = count / 2;
+        const sync_key *mi = keys + half;
+        const std::int64_t at = mi->row;
+        if (at <= wanted) {
+            keys = mi + 1;
+            count -= half + 1;
+            wanted = at == wanted ? beforeAllRows : wanted;
+        } else {
+            count = half;
+        }
+    } while (count > 0);
+    return {keys, wanted != row};
+}
+
+float SampleWithoutKeys(const sync_track *track)
+{
+    if (track->num_keys < 0)
+        sync_find_key(track, 0); // stops the program
+    return 0.0f;
+}
+
+// `row` toward minus infinity; one that does not fit into an integer counts as the smallest.
+int FloorToInt(double row)
+{
+    if (!(std::fabs(row) < 2147483648.0)) [[unlikely]]
+        return std::numeric_limits<int>::min();
+    const int truncated = int(row);
+    return truncated - (double(truncated) > row);
 }
 } // namespace
 
 int sync_find_key(const sync_track *track, int row)
 {
     const sync_key *keys = track->keys;
+    if (track->num_keys == 0)
+        return ~0;
     if (!keys && track->num_keys > 0)
         return FindAmongZeroKeys(*track, row);
-    int lo = 0, count = track->num_keys; // what is left of the keys: `count` of them from `lo` on
-    while (count > 0) {
-        const int half = count / 2, mi = lo + half, hi = lo + count;
-        VYR_ASSERT_AT("sync/track", 76, mi != hi);
-        if (keys[mi].row < row) {
-            lo = mi + 1;
-            count -= half + 1;
-        } else if (keys[mi].row == row) {
-            return mi;
-        } else {
-            count = half;
-        }
-    }
-    // A negative key count never enters the loop: it is a file that nobody meant.
-    const int hi = lo + count;
+    // A negative key count is a file that nobody meant.
+    const int lo = 0, hi = std::min(track->num_keys, 0);
     VYR_ASSERT_AT("sync/track", 85, lo == hi);
-    return ~lo;
+    const cPlace place = Bisect(keys, size_t(track->num_keys), row);
+    const int next = int(place.mNext - keys);
+    return place.mFound ? next - 1 : ~next;
 }
 
 // Called 22 times a frame: everything it calls is drawn into it.
 [[gnu::flatten]] float sync_get_val(const sync_track *track, double row)
 {
-    if (track->num_keys == 0)
-        return 0.0f;
-    int i = sync_find_key(track, platform::TruncateToInt(std::floor(row)));
-    if (!track->keys)
-        return 0.0f;
-    if (i < 0)
-        i = -i - 2; // the key before the insertion point
-    if (i < 0)
-        return track->keys[0].value;
-    if (i > track->num_keys - 2)
-        return track->keys[track->num_keys - 1].value;
+    const sync_key *keys = track->keys;
+    if (track->num_keys <= 0 || !keys) [[unlikely]]
+        return SampleWithoutKeys(track);
+    const sync_key *next = Bisect(keys, size_t(track->num_keys), FloorToInt(row)).mNext;
+    const sync_key *last = keys + (track->num_keys - 1);
+    if (next == keys)
+        return keys->value;
+    if (next > last)
+        return last->value;
 
     // An exact hit goes on here too: row 10.25 lies a quarter of a row behind a key at 10.
-    const sync_key &key = track->keys[i];
-    if (static_cast<unsigned>(key.type) > 3)
+    const sync_key &key = *(next - 1);
+    const unsigned type = static_cast<unsigned>(key.type);
+    if (type - 1 < 3) // not a hold
+        return Interpolate(key, *next, row);
+    if (type != SYNC_KEY_HOLD)
         VYR_ASSERT_AT("sync/track", 64, 0);
-    if (key.type == SYNC_KEY_HOLD)
-        return key.value;
-    return Interpolate(key, track->keys[i + 1], row);
+    return key.value;
 }

@@ -121,6 +121,44 @@ TEST(Track, OfKeysOnOneRowTheBisectionsFirstIsFound)
     EXPECT_EQ(track.Find(5), 2); // (0 + 5) / 2
 }
 
+// Plainly as the search is defined, whatever order the keys are in.
+int FindStepByStep(const std::vector<sync_key> &keys, int row)
+{
+    int lo = 0, hi = int(keys.size());
+    while (lo < hi) {
+        const int mi = (lo + hi) / 2;
+        if (keys[size_t(mi)].row == row)
+            return mi;
+        if (keys[size_t(mi)].row < row)
+            lo = mi + 1;
+        else
+            hi = mi;
+    }
+    return ~lo;
+}
+
+// All tracks of up to six keys with rows from 0 to 3: in order or not, with many on one row.
+TEST(Track, FindTakesTheStepsOfTheBisectionInAnyOrderOfKeys)
+{
+    for (size_t count = 1; count <= 6; count++)
+        for (int order = 0; order < 1 << 2 * count; order++) {
+            std::vector<sync_key> keys;
+            for (size_t i = 0; i < count; i++)
+                keys.push_back({order >> 2 * i & 3, float(i), SYNC_KEY_HOLD});
+            const cTestTrack track(keys);
+            for (int row = -1; row <= 4; row++)
+                ASSERT_EQ(track.Find(row), FindStepByStep(keys, row)) << order << " at " << row;
+        }
+}
+
+TEST(Track, FindGoesToTheEndsOfTheIntegers)
+{
+    const cTestTrack track({{INT_MIN, 0, 0}, {INT_MIN, 0, 0}, {0, 0, 0}, {INT_MAX, 0, 0}});
+    EXPECT_EQ(track.Find(INT_MIN), 1); // of two, the one that the bisection meets
+    EXPECT_EQ(track.Find(INT_MAX), 3);
+    EXPECT_EQ(track.Find(INT_MAX - 1), ~3);
+}
+
 TEST(Track, RowsBeyondTheIntegersCountAsTheSmallest)
 {
     const cTestTrack track = OneToThree(SYNC_KEY_LINEAR);
