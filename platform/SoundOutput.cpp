@@ -1,5 +1,7 @@
 #include "platform/SoundOutput.h"
 
+#include "platform/SoundPause.h"
+
 #include <chrono>
 #include <cstdio>
 #include <utility>
@@ -45,7 +47,7 @@ void SoundOutput::Watch(const std::stop_token &stop)
 {
     while (!stop.stop_requested() && mDevice->IsConnected()) {
         Observe();
-        std::this_thread::sleep_for(watchPause);
+        PauseUnlessStopped(stop, watchPause);
     }
     if (!stop.stop_requested())
         FallSilent();

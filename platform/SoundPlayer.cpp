@@ -1,5 +1,6 @@
 #include "platform/SoundPlayer.h"
 
+#include "platform/SoundPause.h"
 #include "platform/SoundSilence.h"
 
 #include <algorithm>
@@ -45,7 +46,7 @@ void SoundPlayer::Run(const std::stop_token &stop)
         Fill(stop);
         Publish(mVoice->GetProgress());
         mOutput.GetHeardSeconds(); // a silent output wants to be asked, however slow the show is
-        std::this_thread::sleep_for(fillPause);
+        PauseUnlessStopped(stop, fillPause);
     }
     mVoice.reset();
 }
