@@ -1,6 +1,7 @@
 #include "platform/Window.h"
 
 #include <epoxy/egl.h>
+#include <epoxy/gl.h>
 
 #include <algorithm>
 #include <chrono>
@@ -115,6 +116,16 @@ bool Start()
     return true;
 }
 
+// The first call of an entry point that the driver lacks would end the program.
+bool HasEntryPoints()
+{
+    if (epoxy_gl_version() < 20)
+        return Fail("the driver has no OpenGL 2.0");
+    if (!epoxy_has_gl_extension("GL_EXT_framebuffer_object"))
+        return Fail("the driver has no framebuffers");
+    return true;
+}
+
 Size GetNoDisplaySize() { return {}; }
 
 bool Open(int width, int height, bool)
@@ -129,7 +140,7 @@ bool Open(int width, int height, bool)
     context = eglCreateContext(display, config, EGL_NO_CONTEXT, nullptr);
     if (context == EGL_NO_CONTEXT || !eglMakeCurrent(display, surface, surface, context))
         return Fail("no context");
-    return true;
+    return HasEntryPoints();
 }
 
 void SetNoSwapInterval(int) {}

@@ -128,6 +128,25 @@ TEST_F(ToolFaults, TimelineThatCanNotBeReadIsNamed)
     }
 }
 
+// The recorder draws nothing without them; the check leaves out what it would have compiled.
+TEST_F(ToolFaults, DriverWithoutOpenGL2OrFramebuffersIsOneLineAndAStatus)
+{
+    for (const char *lack :
+         {"MESA_GL_VERSION_OVERRIDE=1.4",
+          "MESA_EXTENSION_OVERRIDE=-GL_EXT_framebuffer_object -GL_ARB_framebuffer_object"}) {
+        const cProcessResult result =
+            Run({"env", "LIBGL_ALWAYS_SOFTWARE=1", lack, VYR_RECORD, "--show", "show", "--still",
+                 "100", "--size", "64x36", "-o", "still.png"});
+        EXPECT_TRUE(result.mStatus == 1 &&
+                    result.mErrors.find("the driver has no ") != std::string::npos)
+            << lack << ": " << Describe(result);
+        EXPECT_FALSE(fs::exists("still.png"));
+        const cProcessResult check =
+            Run({"env", "LIBGL_ALWAYS_SOFTWARE=1", lack, VYR_CHECK, "show"});
+        EXPECT_TRUE(check.mSignal == 0 && check.mStatus >= 0) << lack << ": " << Describe(check);
+    }
+}
+
 // A disk without room, and an output that nobody takes.
 TEST_F(ToolFaults, OutputThatCanNotBeWrittenIsOneLineAndAStatus)
 {
