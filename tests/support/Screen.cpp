@@ -105,6 +105,39 @@ void cScreen::RequestClose() const
     XFlush(display);
 }
 
+void cScreen::Unmap() const
+{
+    XUnmapWindow(AsDisplay(mDisplay), mWindow);
+    XSync(AsDisplay(mDisplay), False);
+}
+
+void cScreen::Map() const
+{
+    XMapWindow(AsDisplay(mDisplay), mWindow);
+    XSync(AsDisplay(mDisplay), False);
+}
+
+void cScreen::MoveTo(int x, int y) const
+{
+    XMoveWindow(AsDisplay(mDisplay), mWindow, x, y);
+    XSync(AsDisplay(mDisplay), False);
+}
+
+void cScreen::Cover(double seconds) const
+{
+    Display *display = AsDisplay(mDisplay);
+    XSetWindowAttributes attributes = {};
+    attributes.override_redirect = True; // no window manager has a say
+    const Window cover = XCreateWindow(display, DefaultRootWindow(display), 0, 0, unsigned(Width()),
+                                       unsigned(Height()), 0, CopyFromParent, InputOutput, nullptr,
+                                       CWOverrideRedirect, &attributes);
+    XMapRaised(display, cover);
+    XSync(display, False);
+    std::this_thread::sleep_for(std::chrono::duration<double>(seconds));
+    XDestroyWindow(display, cover);
+    XSync(display, False);
+}
+
 unsigned long cScreen::Pixel(int x, int y) const
 {
     XImage *image = XGetImage(AsDisplay(mDisplay), mWindow, x, y, 1, 1, AllPlanes, ZPixmap);

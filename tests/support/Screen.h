@@ -23,6 +23,10 @@ public:
     void PressEscape() const;
     void ReleaseEscape() const;
     void RequestClose() const;
+    void Unmap() const; ///< as a window manager does to a window that is minimised
+    void Map() const;
+    void MoveTo(int x, int y) const;
+    void Cover(double seconds) const; ///< lays a window over all of it, and takes it away again
     /// The colour of one pixel of the window, 0xRRGGBB.
     unsigned long Pixel(int x, int y) const;
 
