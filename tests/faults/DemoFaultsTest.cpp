@@ -210,4 +210,18 @@ TEST_F(DemoFaults, WithoutADisplayItSaysSoAndEnds)
     EXPECT_NE(result.mErrors.find("window: "), std::string::npos) << result.mErrors;
     EXPECT_TRUE(result.mSignal == 0 || result.mSignal == SIGABRT) << result.mSignal;
 }
+
+// A driver that lacks what is drawn with: the first call that it has not ends the show, by name.
+TEST_F(DemoFaults, WithoutOpenGL2OrFramebuffersItNamesTheCallAndStops)
+{
+    for (const char *lack :
+         {"MESA_GL_VERSION_OVERRIDE=1.4",
+          "MESA_EXTENSION_OVERRIDE=-GL_EXT_framebuffer_object -GL_ARB_framebuffer_object"}) {
+        test::cProcess program({VYR_SCRIPTED_DEMO}, sFolder->Path(), {lack});
+        const test::cProcessResult result = program.Wait(longestSeconds);
+        EXPECT_EQ(result.mSignal, SIGABRT) << lack;
+        EXPECT_NE(result.mErrors.find("No provider of gl"), std::string::npos) << lack << "\n"
+                                                                               << result.mErrors;
+    }
+}
 } // namespace
