@@ -194,6 +194,43 @@ TEST_F(LWO2, UnknownSurfaceChangesTheLastOne)
     EXPECT_EQ(object->mSurfaces[1].mColor.r, 0.1f);
 }
 
+TEST_F(LWO2, OfSurfacesOfOneNameTheFirstIsMeant)
+{
+    const auto object = ReadChunks(Tags({"a", "b", "a"}) + Surface("a", ColorPart(0.5f, 0, 0)));
+    ASSERT_NE(object, nullptr);
+    EXPECT_EQ(object->mSurfaces[0].mColor.r, 0.5f);
+    EXPECT_EQ(object->mSurfaces[2].mColor.r, 1.0f);
+}
+
+TEST_F(LWO2, SurfacesNamedLaterAreFoundToo)
+{
+    const auto object =
+        ReadChunks(Tags({"a"}) + Surface("b", ColorPart(0.1f, 0, 0)) + Tags({"b", "a"}) +
+                   Surface("b", ColorPart(0.2f, 0, 0)) + Surface("c", ColorPart(0.3f, 0, 0)));
+    ASSERT_NE(object, nullptr);
+    EXPECT_EQ(object->mSurfaces[0].mColor.r, 0.1f); // the last one, then
+    EXPECT_EQ(object->mSurfaces[1].mColor.r, 0.2f);
+    EXPECT_EQ(object->mSurfaces[2].mColor.r, 0.3f);
+}
+
+// Each costs no more than the first: bench-objects tells.
+TEST_F(LWO2, ReadsThousandsOfChunks)
+{
+    std::string chunks = Points({{0, 0}, {1, 0}, {0, 1}});
+    const int count = 3000;
+    for (int i = 0; i < count; i++)
+        chunks += Tags({"surface " + std::to_string(i)}) + Faces({{0, 1, 2}});
+    for (int i = 0; i < count; i++)
+        chunks += PolygonTags({{i, count - 1 - i}});
+    for (int i = 0; i < count; i++)
+        chunks += Surface("surface " + std::to_string(i), ColorPart(float(i), 0, 0));
+    const auto object = ReadChunks(chunks);
+    ASSERT_NE(object, nullptr);
+    ASSERT_EQ(object->mPolygons.size(), size_t(count));
+    for (int i = 0; i < count; i++)
+        ASSERT_EQ(object->mPolygons[size_t(i)].mSurface->mColor.r, float(count - 1 - i));
+}
+
 TEST_F(LWO2, OtherSurfacePartsAreSkipped)
 {
     const auto object = ReadChunks(
