@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
-# The recorder beside what it is made of: the show's beginning recorded, only drawn and read back, and only
-# encoded, in turn; then a minute of it whole and as two parts side by side, in turn. (A part starts up as
-# the whole does, which takes a second that a short recording would not hide.)
+# The recorder beside what it is made of: four seconds of the show, at the size and rate that it has unless
+# told otherwise, recorded, only drawn and read back, only encoded, and recorded as two parts side by side.
+# In each round all four run in turn.
 #
 #   benchmarks/record.sh BUILD [ROUNDS]      the build folder; 5 rounds unless said
 #
@@ -13,9 +13,8 @@ program=$(realpath "$1/bin/vyr-record")
 rounds=${2:-5}
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
-options=(--show "$1/show" --size 640x360 --fps 30)
-short=264 # rows: 15 seconds
-minute=1056
+range=(--show "$1/show" --from 1760 --to 1830.4)
+frames=240
 
 # timed COMMAND...: sets `wall` and `processor`, its seconds by the clock and by the processor's count
 timed() {
@@ -27,13 +26,12 @@ timed() {
     processor=$(awk -v a="$user" -v b="$system" 'BEGIN { print a + b }')
 }
 
-# Each takes the row at which it ends.
-record() { "$program" "${options[@]}" --to "$1" -o "$work/whole.mp4"; }
-draw() { "$program" "${options[@]}" --to "$1" --manifest "$work/manifest"; }
+record() { "$program" "${range[@]}" -o "$work/whole.mp4"; }
+draw() { "$program" "${range[@]}" --manifest "$work/manifest"; }
 parts() {
-    "$program" "${options[@]}" --to "$1" --part 1/2 -o "$work/part1.mp4" &
+    "$program" "${range[@]}" --part 1/2 -o "$work/part1.mp4" &
     local first=$!
-    "$program" "${options[@]}" --to "$1" --part 2/2 -o "$work/part2.mp4"
+    "$program" "${range[@]}" --part 2/2 -o "$work/part2.mp4"
     wait "$first"
 }
 
@@ -52,54 +50,37 @@ case "\$*" in
 esac
 SCRIPT
     chmod +x "$work/bin/ffmpeg"
-    PATH="$work/bin:$PATH" record $short 2>/dev/null
+    PATH="$work/bin:$PATH" record 2>/dev/null
     mapfile -t arguments <"$work/arguments"
 }
 encode() { ffmpeg "${arguments[@]}" "$work/encoded.mp4" <"$work/frames"; }
 
-# per_second ROWS SECONDS: frames
-per_second() { awk -v rows="$1" -v s="$2" 'BEGIN { printf "%.3f", rows / 17.6 * 30 / s }'; }
+per_second() { awk -v frames=$frames -v s="$1" 'BEGIN { printf "%.3f", frames / s }'; }
 slower() { printf '%s\n' "$@" | sort -g | tail -n 1; }
 
-# What the processor's seconds allow; "$work/used" holds a line a round.
-note() { awk -v what="$1" -v cores="$(nproc)" -f "benchmarks/$2.awk" "$work/used"; }
-
-# compare_overlap CASE
-compare_overlap() {
-    : >"$work/pairs"
-    : >"$work/used"
-    local recorded drawn used
+# measure CASE BAR-OF-THE-PARTS
+measure() {
+    : >"$work/overlap"
+    : >"$work/parts"
+    : >"$work/processor"
+    local recorded drawn encoded used
     for ((round = 0; round < rounds; round++)); do
-        timed record $short && recorded=$wall used="$wall $processor"
-        timed draw $short && drawn=$wall used="$used $processor"
-        timed encode && used="$used $processor"
-        echo "$(per_second $short "$recorded") $(per_second $short "$(slower "$drawn" "$wall")")"
-        echo "$used" >&3
-    done >>"$work/pairs" 3>>"$work/used"
+        timed record && recorded=$wall used="$wall $processor"
+        timed draw && drawn=$wall used="$used $processor"
+        timed encode && encoded=$wall used="$used $processor"
+        timed parts && used="$used $processor"
+        echo "$(per_second "$recorded") $(per_second "$(slower "$drawn" "$encoded")")" >>"$work/overlap"
+        echo "$(per_second "$wall") $(per_second "$recorded")" >>"$work/parts"
+        echo "$used" >>"$work/processor"
+    done
     benchmarks/row "recorded, $1" "the slower of drawn only and encoded only" frames/s ">=0.9" \
-        <"$work/pairs"
-    note "$1" overlap
-}
-
-# compare_parts CASE ROWS BAR
-compare_parts() {
-    : >"$work/pairs"
-    : >"$work/used"
-    local recorded used
-    for ((round = 0; round < rounds; round++)); do
-        timed record "$2" && recorded=$wall used="$wall $processor"
-        timed parts "$2" && used="$used $processor"
-        echo "$(per_second "$2" "$wall") $(per_second "$2" "$recorded")"
-        echo "$used" >&3
-    done >>"$work/pairs" 3>>"$work/used"
-    benchmarks/row "two parts side by side, $1" "the whole" frames/s "$3" <"$work/pairs"
-    note "$1" parts
+        <"$work/overlap"
+    benchmarks/row "two parts side by side, $1" "the whole" frames/s "$2" <"$work/parts"
+    awk -v what="$1" -v cores="$(nproc)" -f benchmarks/record.awk "$work/processor"
 }
 
 keep_frames
 export LP_NUM_THREADS=0
-compare_overlap "drawing on one core"
-compare_parts "drawing on one core" $minute ">=1.6"
+measure "drawing on one core" ">=1.6"
 unset LP_NUM_THREADS
-compare_overlap "drawing on every core"
-compare_parts "drawing on every core" $short "-"
+measure "drawing on every core" "-"
