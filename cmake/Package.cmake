@@ -5,7 +5,7 @@
 set(CPACK_PACKAGE_NAME vyr)
 set(CPACK_PACKAGE_VERSION ${PROJECT_VERSION})
 set(CPACK_PACKAGE_VENDOR "the vyr authors")
-set(CPACK_PACKAGE_CONTACT "the vyr authors <vyr@localhost>")
+set(CPACK_PACKAGE_CONTACT "vyr maintainers <maintainers@vyr.example>")
 set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "real-time audiovisual show, with its recorder and tools")
 set(CPACK_PACKAGE_DESCRIPTION
     "A window plays three and a half minutes of music and draws what belongs to it, in time.

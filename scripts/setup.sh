@@ -41,15 +41,28 @@ install_packages() {
     rm -f /tmp/vyr-apt.$$.log
 }
 
-# configure_and_build PRESET [targets]: a preset of CMakePresets.json, in build/ for release, else in
-# build-PRESET/; quiet unless it fails.
-configure_and_build() {
-    local preset=$1 folder=build-$1 log
-    shift
-    [ "$preset" = release ] && folder=build
+# folder_of PRESET: build/ for release, else build-PRESET/.
+folder_of() { if [ "$1" = release ]; then echo build; else echo "build-$1"; fi; }
+
+# configure PRESET: a preset of CMakePresets.json. A folder that somebody configured by hand keeps its
+# generator, which CMake would refuse to change.
+configure() {
+    local folder log generator
+    folder=$(folder_of "$1")
     mkdir -p "$folder"
     log=$folder/build.log
-    cmake --preset "$preset" >"$log" 2>&1 || { cat "$log"; fail "could not configure, see above"; }
-    cmake --build "$folder" --target "${@:-all}" >"$log" 2>&1 ||
-        { grep -vE '^\[[0-9]+/[0-9]+\]' "$log"; fail "could not build, see above"; }
+    generator=$(sed -n 's/^CMAKE_GENERATOR:INTERNAL=//p' "$folder/CMakeCache.txt" 2>/dev/null || true)
+    cmake --preset "$1" ${generator:+-G "$generator"} >"$log" 2>&1 ||
+        { cat "$log"; fail "could not configure, see above"; }
+}
+
+# configure_and_build PRESET [targets]: quiet unless it fails.
+configure_and_build() {
+    local folder log
+    folder=$(folder_of "$1")
+    log=$folder/build.log
+    configure "$1"
+    shift
+    cmake --build "$folder" --parallel "$(nproc)" --target "${@:-all}" >"$log" 2>&1 ||
+        { grep -vE '^\[ *[0-9]+(/[0-9]+|%)\]' "$log"; fail "could not build, see above"; }
 }

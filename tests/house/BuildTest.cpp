@@ -1,0 +1,93 @@
+#include "tests/house/Clone.h"
+#include "tests/house/Shell.h"
+#include "tests/support/TestFiles.h"
+
+#include <gtest/gtest.h>
+
+namespace fs = std::filesystem;
+
+namespace
+{
+const std::string useSetup = ". scripts/setup.sh; ";
+
+// build/ may have been made by hand, and CMake's own choice is another generator than the presets'.
+class Configured : public testing::TestWithParam<const char *>
+{};
+
+TEST_P(Configured, FolderKeepsItsGeneratorAndTakesThePreset)
+{
+    const fs::path clone = house::MakeClone("generator-clone");
+    const std::string generator = GetParam();
+    const auto result = house::Shell(
+        "cmake -B build -G '" + generator + "';" + useSetup + "configure_and_build release", clone);
+    ASSERT_EQ(result.mStatus, 0) << house::Transcript(result);
+    const std::string cache = test::ReadFile(clone / "build/CMakeCache.txt");
+    EXPECT_NE(cache.find("CMAKE_GENERATOR:INTERNAL=" + generator + "\n"), std::string::npos);
+    EXPECT_NE(cache.find("=Release\n"), std::string::npos);
+}
+
+INSTANTIATE_TEST_SUITE_P(By, Configured, testing::Values("Unix Makefiles", "Ninja"));
+
+// What the build runs for the tracks of a timeline, in a folder of the test's own.
+class Tracks : public testing::Test
+{
+protected:
+    Tracks() { test::WriteFile(mTimeline, "tracks a:x a:y # two\n  tracks b\ntracks c\n"); }
+
+    test::cProcessResult Build() const
+    {
+        return house::Shell("cmake -DCOMPILER=" VYR_BINARY_DIR "/bin/vyr-tracks"
+                            " -DTIMELINE=timeline.txt -DFOLDER=" +
+                                mFolder.string() +
+                                " -P " VYR_SOURCE_DIR "/tools/tracks/CompileMissing.cmake",
+                            mRoot);
+    }
+    void BuildWell() const
+    {
+        const auto result = Build();
+        ASSERT_EQ(result.mStatus, 0) << house::Transcript(result);
+        EXPECT_EQ(result.mErrors, "");
+    }
+    fs::path Track(const std::string &name) const { return mFolder / ("sync_" + name + ".track"); }
+
+    const fs::path mRoot = house::FreshFolder("tracks");
+    const fs::path mTimeline = mRoot / "timeline.txt", mFolder = mRoot / "show";
+};
+
+TEST_F(Tracks, AreMadeWhereThereIsNoFolder)
+{
+    BuildWell();
+    for (const char *name : {"a:x", "a:y", "b", "c"})
+        EXPECT_TRUE(fs::exists(Track(name))) << name;
+}
+
+TEST_F(Tracks, AnyOneThatIsMissingComesBack)
+{
+    BuildWell();
+    for (const char *name : {"a:x", "a:y", "b", "c"}) {
+        fs::remove(Track(name));
+        BuildWell();
+        EXPECT_TRUE(fs::exists(Track(name))) << name;
+    }
+}
+
+TEST_F(Tracks, StayUntouchedUntilTheTimelineChanges)
+{
+    BuildWell();
+    const auto before = fs::last_write_time(Track("b"));
+    BuildWell();
+    EXPECT_EQ(fs::last_write_time(Track("b")), before);
+    fs::last_write_time(mTimeline, fs::file_time_type::clock::now());
+    BuildWell();
+    EXPECT_NE(fs::last_write_time(Track("b")), before);
+}
+
+TEST_F(Tracks, FaultyTimelineStopsTheBuildAndNamesTheLine)
+{
+    test::WriteFile(mTimeline, "tracks a\n1 2\n");
+    const auto result = Build();
+    EXPECT_NE(result.mStatus, 0);
+    EXPECT_NE(result.mErrors.find("timeline.txt:2:"), std::string::npos)
+        << house::Transcript(result);
+}
+} // namespace
