@@ -34,7 +34,7 @@ fs::path MakeClone(const std::string &name)
 
 void AddBuild(const fs::path &clone)
 {
-    for (const char *part : {"show", "bin", "examples"})
+    for (const char *part : {"show", "bin"})
         Copy(fs::path(VYR_BINARY_DIR) / part, clone / "build" / part);
 }
 } // namespace house

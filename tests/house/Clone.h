@@ -9,6 +9,6 @@ namespace house
 /// and data, and in place of the sources a project with nothing to compile and one test.
 std::filesystem::path MakeClone(const std::string &name);
 
-/// Copies the show, the tools and the examples as they were built into the clone's build/.
+/// Copies the show and the tools as they were built into the clone's build/.
 void AddBuild(const std::filesystem::path &clone);
 } // namespace house

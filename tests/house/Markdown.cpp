@@ -2,6 +2,8 @@
 
 #include "tests/support/TestFiles.h"
 
+#include <gtest/gtest.h>
+
 #include <sstream>
 
 namespace house
@@ -36,6 +38,39 @@ std::vector<std::string> Cells(const std::string &row)
     return cells;
 }
 
+// "`night.cpp`:" is night.cpp.
+std::string FileAbove(const std::vector<std::string> &lines, size_t fence)
+{
+    for (size_t i = fence; i-- > 0;) {
+        const std::string &line = lines[i];
+        if (line.empty())
+            continue;
+        return line.starts_with("`") && line.ends_with("`:") ? line.substr(1, line.size() - 3) : "";
+    }
+    return "";
+}
+
+// In order, with a word on where they stand for whoever reads the output.
+std::string Commands(const cBlock &block)
+{
+    const std::string where = "echo \"== line " + std::to_string(block.mLine) + ", $SECONDS s\"\n";
+    if (block.mLanguage == "sh")
+        return where + block.mText;
+    if (block.mFile.empty())
+        return "";
+    return where + "cat >" + block.mFile + " <<'END OF THE FILE'\n" + block.mText +
+           "END OF THE FILE\n";
+}
+
+void Replace(std::string &text, const std::string &from, const std::string &to)
+{
+    const size_t at = text.find(from);
+    if (at == std::string::npos)
+        ADD_FAILURE() << "the page no longer says: " << from;
+    else
+        text.replace(at, from.size(), to);
+}
+
 bool IsRow(const std::string &line) { return line.starts_with("|"); }
 } // namespace
 
@@ -46,12 +81,22 @@ std::vector<cBlock> CodeBlocks(const std::filesystem::path &path)
     for (size_t i = 0; i < lines.size(); i++) {
         if (!IsFence(lines[i]))
             continue;
-        cBlock block{lines[i].substr(3), "", int(i) + 1};
+        cBlock block{lines[i].substr(3), FileAbove(lines, i), "", int(i) + 1};
         for (i++; i < lines.size() && !IsFence(lines[i]); i++)
             block.mText += lines[i] + "\n";
         blocks.push_back(block);
     }
     return blocks;
+}
+
+std::string Script(const std::filesystem::path &path, const tShortcuts &shortcuts)
+{
+    std::string script;
+    for (const cBlock &block : CodeBlocks(path))
+        script += Commands(block);
+    for (const auto &[from, to] : shortcuts)
+        Replace(script, from, to);
+    return script;
 }
 
 std::vector<std::vector<std::string>> TableUnder(const std::filesystem::path &path,

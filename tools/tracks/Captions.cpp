@@ -1,6 +1,7 @@
 #include "tools/tracks/Captions.h"
 
 #include "demo/Show.h"
+#include "tools/tracks/Markup.h"
 
 #include <cmath>
 #include <cstdio>
@@ -23,23 +24,6 @@ std::string TimeStamp(double row)
                   milliseconds / 60'000 % 60, milliseconds / 1000 % 60, milliseconds % 1000);
     return text;
 }
-
-// WebVTT takes < and & for markup.
-std::string Escape(const std::string &text)
-{
-    std::string escaped;
-    for (char c : text) {
-        if (c == '&')
-            escaped += "&amp;";
-        else if (c == '<')
-            escaped += "&lt;";
-        else if (c == '>')
-            escaped += "&gt;";
-        else
-            escaped += c;
-    }
-    return escaped;
-}
 } // namespace
 
 void CheckWords(const std::string &file, const std::vector<tools::cLyricSpan> &spans,
@@ -61,7 +45,7 @@ std::string ToWebVtt(const std::vector<tools::cLyricSpan> &spans,
     for (const tools::cLyricSpan &span : spans) {
         text.append("\n").append(std::to_string(number++)).append("\n");
         text += TimeStamp(span.mFrom) + " --> " + TimeStamp(span.mTo) + "\n";
-        text += Escape(words.at(span.mLyric)) + "\n";
+        text += EscapeMarkup(words.at(span.mLyric)) + "\n";
     }
     return text;
 }

@@ -1,7 +1,9 @@
 #include "tools/tracks/Svg.h"
 
 #include "tools/support/Faults.h"
+#include "tools/tracks/Markup.h"
 
+#include <algorithm>
 #include <cstdio>
 
 namespace tracks
@@ -48,21 +50,15 @@ bool IsUtf8(std::string_view text)
     return true;
 }
 
+// A byte that is no UTF-8 would make the whole page unreadable.
 std::string Escape(std::string_view text)
 {
-    std::string escaped;
     const bool isUtf8 = IsUtf8(text);
-    for (char c : tools::OnOneLine(text)) {
-        if (c == '&')
-            escaped += "&amp;";
-        else if (c == '<')
-            escaped += "&lt;";
-        else if (c == '>')
-            escaped += "&gt;";
-        else
-            escaped += static_cast<unsigned char>(c) >= 0x80 && !isUtf8 ? '?' : c;
-    }
-    return escaped;
+    std::string line = tools::OnOneLine(text);
+    if (!isUtf8)
+        std::replace_if(
+            line.begin(), line.end(), [](unsigned char c) { return c >= 0x80; }, '?');
+    return EscapeMarkup(line);
 }
 } // namespace
 

@@ -1,0 +1,95 @@
+// The pages that tell what to type are typed: in a clone, by somebody with an empty home.
+
+#include "tests/house/Clone.h"
+#include "tests/house/Markdown.h"
+#include "tests/house/Shell.h"
+#include "tests/support/Screen.h"
+
+#include <gtest/gtest.h>
+
+namespace fs = std::filesystem;
+
+namespace
+{
+class Typed : public testing::Test
+{
+protected:
+    static void SetUpTestSuite()
+    {
+        sClone = house::MakeClone("readme-clone");
+        house::AddBuild(sClone);
+    }
+    static void TearDownTestSuite() { fs::remove_all(sClone); }
+
+    // With this environment, from the root of the clone.
+    static test::cProcess Start(const std::string &script, const std::string &environment)
+    {
+        const fs::path home = house::FreshFolder("home");
+        return test::cProcess({"bash", "-euo", "pipefail", "-c",
+                               "export HOME=" + home.string() + " " + environment + "\n" + script},
+                              sClone);
+    }
+
+    // As somebody who has seen enough.
+    static void EndNextWindow()
+    {
+        test::cScreen screen;
+        ASSERT_TRUE(screen.WaitForWindow("Demo", 200.0));
+        screen.PressEscape();
+        while (screen.WaitForWindow("Demo", 0.0))
+            continue;
+    }
+
+    static void ExpectGood(test::cProcess &process)
+    {
+        const test::cProcessResult result = process.Wait(250.0);
+        EXPECT_EQ(result.mStatus, 0) << house::Transcript(result);
+    }
+
+    static void ExpectMade(const fs::path &folder, std::initializer_list<const char *> files)
+    {
+        for (const char *file : files) {
+            std::error_code ignored;
+            EXPECT_GT(fs::file_size(folder / file, ignored), 1000u) << file;
+            EXPECT_TRUE(fs::exists(folder / file)) << file;
+        }
+    }
+
+    // What is installed comes from the real build; the clone has only a copy of its results.
+    static inline const std::pair<std::string, std::string> installation = {
+        "cmake --install build", "cmake --install " VYR_BINARY_DIR};
+    static inline fs::path sClone;
+};
+
+TEST_F(Typed, ReadmeWorksFromItsFirstCommandToItsLast)
+{
+    const std::string script = house::Script(
+        VYR_SOURCE_DIR "/README.md", {{"-o show.mp4", "-o show.mp4 --to 16 --size 320x180"},
+                                      {"-o part$k.mp4", "--to 32 --size 320x180 -o part$k.mp4"},
+                                      {"--to 704", "--to 648"},
+                                      installation});
+    test::cProcess reader = Start(script, "EDITOR='sed -i s/photo.tovak06$/photo.heart/' VISUAL=");
+    EndNextWindow(); // ./run
+    EndNextWindow(); // the duck
+    ExpectGood(reader);
+    ExpectMade(sClone,
+               {"show.mp4", "sheet.png", "joined.mp4", "plot.svg", "still.png", "part.mp4"});
+}
+
+TEST_F(Typed, RunRecordsWhereThereIsNoDisplay)
+{
+    test::cProcess viewer =
+        Start("unset DISPLAY WAYLAND_DISPLAY; ./run", "VYR_RECORD_OPTIONS='--to 16'");
+    ExpectGood(viewer);
+    ExpectMade(sClone, {"show.mp4", "show-sheet.png"});
+}
+
+TEST_F(Typed, AuthoringPageEndsInARecording)
+{
+    test::cProcess author =
+        Start(house::Script(VYR_SOURCE_DIR "/docs/authoring.md", {installation}), "");
+    EndNextWindow();
+    ExpectGood(author);
+    ExpectMade(sClone.parent_path() / "home/night", {"plot.svg", "still.png", "night.mp4"});
+}
+} // namespace
