@@ -6,7 +6,7 @@
 #include <cstdio>
 
 int samplerate = 44100;
-const char *music_url = "data/waiting.mp3";
+const char *music_url = demo::kMusicFile;
 
 namespace demo
 {

@@ -29,20 +29,20 @@ int LoadTexture(const std::string &path)
 unsigned int LoadFragmentShader(const char *path)
 {
     auto &renderer = vyr::tSingleton<vyr::cRenderer>::GetSingleton();
-    return renderer.CreateShader("data/shaders/default.vs", path, true);
+    return renderer.CreateShader(kVertexShaderFile, path, true);
 }
 
 // The mesh is not freed: its textures and its render object live as long as the program.
 vyr::c3DObject::cRenderObject *LoadObject1()
 {
-    vyr::c3DObject *object = vyr::c3DObject::CreateFromLWO2("data/oh1.lwo");
+    vyr::c3DObject *object = vyr::c3DObject::CreateFromLWO2(kObject1File);
     VYR_ASSERT("Show", object != 0 && "data/oh1.lwo: missing or no LWO2 object");
     return object->CreateRenderObject();
 }
 
 vyr::c3DObject::cRenderObject *LoadObject2()
 {
-    vyr::c3DObject *object = vyr::c3DObject::CreateFromLWO2("data/oh2.lwo");
+    vyr::c3DObject *object = vyr::c3DObject::CreateFromLWO2(kObject2File);
     VYR_ASSERT("Show", object != 0 && "data/oh2.lwo: missing or no LWO2 object");
     return object->CreateRenderObject();
 }
@@ -88,8 +88,8 @@ tTracks LoadTracks(sync_device *device)
 cAssets LoadAssets()
 {
     cAssets assets;
-    assets.mNoiseProgram = LoadFragmentShader("data/shaders/noise.fs");
-    assets.mPlasmaProgram = LoadFragmentShader("data/shaders/plasma.fs");
+    assets.mNoiseProgram = LoadFragmentShader(kNoiseShaderFile);
+    assets.mPlasmaProgram = LoadFragmentShader(kPlasmaShaderFile);
     glUseProgram(0);
 
     assets.mPhotoNames = PhotoNames();
@@ -97,9 +97,9 @@ cAssets LoadAssets()
         assets.mPhotos[i] = LoadTexture(assets.mPhotoNames[i]);
     for (size_t i = 0; i < assets.mLyrics.size(); i++)
         assets.mLyrics[i] = LoadTexture(LyricName(int(i)));
-    assets.mLogo = LoadTexture("data/zemlogo.png");
-    assets.mVignette = LoadTexture("data/vignette1.png");
-    assets.mTunnelTexture = LoadTexture("data/tex9.png");
+    assets.mLogo = LoadTexture(kLogoFile);
+    assets.mVignette = LoadTexture(kVignetteFile);
+    assets.mTunnelTexture = LoadTexture(kTunnelFile);
 
     assets.mObject1 = LoadObject1();
     assets.mObject2 = LoadObject2();

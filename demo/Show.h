@@ -48,6 +48,17 @@ inline constexpr double kLastRow = 3624.0;
 inline constexpr float kDesignWidth = 1280.0f;
 inline constexpr float kDesignHeight = 720.0f;
 
+/// The files that no track picks: paths under the working directory, as those of the photos are.
+inline constexpr const char *kVertexShaderFile = "data/shaders/default.vs";
+inline constexpr const char *kNoiseShaderFile = "data/shaders/noise.fs";
+inline constexpr const char *kPlasmaShaderFile = "data/shaders/plasma.fs";
+inline constexpr const char *kLogoFile = "data/zemlogo.png";
+inline constexpr const char *kVignetteFile = "data/vignette1.png";
+inline constexpr const char *kTunnelFile = "data/tex9.png";
+inline constexpr const char *kObject1File = "data/oh1.lwo";
+inline constexpr const char *kObject2File = "data/oh2.lwo";
+inline constexpr const char *kMusicFile = "data/waiting.mp3";
+
 /// Prefix of the track files: "tunnel:pos" is read from sync_tunnel:pos.track.
 inline constexpr const char *kTrackPrefix = "sync";
 

@@ -20,7 +20,7 @@ TEST(Show, NamesItsTracksInLoadingOrder)
     std::set<std::string> names;
     for (int i = 0; i < TRACK_COUNT; i++)
         names.insert(TrackName(eTrack(i)));
-    EXPECT_EQ(names.size(), 22u);
+    EXPECT_EQ(names.size(), size_t(TRACK_COUNT));
 }
 
 TEST(Show, NamesItsPhotosInTheOrderOfTheTracks)
@@ -52,7 +52,7 @@ TEST(Show, LoadsItsTracksThroughTheDevice)
                                                          17));
     sync_device *device = sync_create_device(kTrackPrefix);
     const tTracks tracks = LoadTracks(device);
-    EXPECT_EQ(device->data.num_tracks, 22u);
+    EXPECT_EQ(device->data.num_tracks, size_t(TRACK_COUNT));
     EXPECT_STREQ(tracks[FADE_BG_WHITE]->name, "fade:bg_white");
     EXPECT_EQ(sync_get_val(tracks[TUNNEL_POS], 0.0), 1.0f);
     EXPECT_EQ(sync_get_val(tracks[FLARE_X], 0.0), 0.0f); // missing

@@ -77,8 +77,8 @@ void CheckImages(cFindings &findings)
         CheckImage(name, "photo " + std::to_string(number++), findings);
     for (int i = 0; i < demo::kLyricCount; i++)
         CheckImage(demo::LyricName(i), "lyric " + std::to_string(i), findings);
-    CheckImage("data/zemlogo.png", "logo", findings);
-    CheckImage("data/vignette1.png", "vignette", findings);
-    CheckImage("data/tex9.png", "tunnel texture", findings);
+    CheckImage(demo::kLogoFile, "logo", findings);
+    CheckImage(demo::kVignetteFile, "vignette", findings);
+    CheckImage(demo::kTunnelFile, "tunnel texture", findings);
 }
 } // namespace check

@@ -10,7 +10,7 @@ namespace check
 {
 namespace
 {
-const char *const file = "data/waiting.mp3";
+const char *const file = demo::kMusicFile;
 const long rate = 44100;
 const int channels = 2;
 

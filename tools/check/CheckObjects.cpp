@@ -1,5 +1,6 @@
 #include "tools/check/CheckObjects.h"
 
+#include "demo/Show.h"
 #include "engine/3DObject.h"
 #include "tools/check/CheckImages.h"
 #include "tools/check/LwoWalk.h"
@@ -39,7 +40,7 @@ void CheckObject(const std::string &path, cFindings &findings)
 
 void CheckObjects(cFindings &findings)
 {
-    CheckObject("data/oh1.lwo", findings);
-    CheckObject("data/oh2.lwo", findings);
+    CheckObject(demo::kObject1File, findings);
+    CheckObject(demo::kObject2File, findings);
 }
 } // namespace check

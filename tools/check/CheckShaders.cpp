@@ -1,5 +1,6 @@
 #include "tools/check/CheckShaders.h"
 
+#include "demo/Show.h"
 #include "tools/check/Stage.h"
 
 #include <epoxy/gl.h>
@@ -15,7 +16,7 @@ namespace check
 {
 namespace
 {
-const char *const vertexFile = "data/shaders/default.vs";
+const char *const vertexFile = demo::kVertexShaderFile;
 
 // The engine prints the driver's logs, which are told here together with their file.
 class cSilence
@@ -140,8 +141,8 @@ void CheckShaders(cFindings &findings)
     const std::vector<std::string> noise = {"time", "alpha"};
     const std::vector<std::string> plasma = {"time", "alpha", "resolution", "flarepos",
                                              "flaresize"};
-    CheckProgram("data/shaders/noise.fs", noise, findings);
-    CheckProgram("data/shaders/plasma.fs", plasma, findings);
+    CheckProgram(demo::kNoiseShaderFile, noise, findings);
+    CheckProgram(demo::kPlasmaShaderFile, plasma, findings);
     glUseProgram(0);
 }
 } // namespace check

@@ -145,7 +145,7 @@ void AddTimeline(const cOptions &options, cPlotInput &input, tools::tFaults &fau
 
 void AddMusic(const cOptions &options, cPlotInput &input, tools::tFaults &faults)
 {
-    const fs::path usual = fs::path(options.mFolder) / "data/waiting.mp3";
+    const fs::path usual = fs::path(options.mFolder) / demo::kMusicFile;
     const fs::path path = options.mMusic.empty() ? usual : fs::path(options.mMusic);
     std::error_code ignored;
     if (options.mMusic.empty() && !fs::exists(path, ignored))
