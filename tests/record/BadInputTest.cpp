@@ -191,6 +191,19 @@ TEST_F(BadInput, EncoderThatEndsHalfWayLeavesTheOldFile)
     EXPECT_EQ(test::ReadFile(Folder() / "old.mp4"), "old");
 }
 
+// Music that can't be encoded ends the recording long before its 6178 frames of 3456 bytes are
+// drawn.
+TEST_F(BadInput, EncoderOfTheMusicThatFailsIsNotDrawnFor)
+{
+    fs::create_directory(Folder() / "fake");
+    WriteScript("fake/ffmpeg",
+                "case \"$*\" in *rawvideo*) ;; *) echo 'no music' >&2; exit 1;; esac\n"
+                "PATH=${PATH#*:}\n"
+                "[ $(head -c 21351168 | wc -c) -lt 21351168 ] || touch all\n");
+    Expect(kSmall + tWords{"-o", "a.mp4"}, 1, "no music", {PathWith("fake")});
+    EXPECT_FALSE(Exists("show/all"));
+}
+
 // No file may grow beyond 100 kB, which a write hears as it hears of a full disk: as an error.
 TEST_F(BadInput, NoRoomForTheVideoIsSaidAndLeavesNothing)
 {
