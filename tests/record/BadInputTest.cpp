@@ -212,7 +212,7 @@ TEST_F(BadInput, NoRoomForTheVideoIsSaidAndLeavesNothing)
     const tWords before = Files();
     const test::cProcessResult result =
         test::Run(tWords{"sh", "-c", limited, "sh"} + Command({"--size", "640x360", "--fps", "30",
-                                                               "--to", "100", "-o", "full.mp4"}),
+                                                               "--to", "200", "-o", "full.mp4"}),
                   Folder());
     EXPECT_EQ(result.mStatus, 1);
     EXPECT_THAT(result.mErrors, testing::StartsWith("vyr-record: "));
