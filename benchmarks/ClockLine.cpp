@@ -102,6 +102,17 @@ double FrameError(const std::vector<cPass> &passes, double part)
     return Percentile(errors, part);
 }
 
+double FindDeviceLag(const std::vector<cPass> &passes)
+{
+    const std::vector<cPass> moving = Moving(passes);
+    const cLine line = FitLine(passes);
+    const double rawOffset = FindRawOffset(moving);
+    double lag = 0.0;
+    for (const cPass &pass : moving)
+        lag = std::max(lag, pass.mMusic - line.ErrorOf(pass) - (pass.mRaw - rawOffset));
+    return lag;
+}
+
 void WriteErrors(const std::string &path, const std::vector<cPass> &passes)
 {
     const std::vector<cPass> moving = Moving(passes);

@@ -34,6 +34,9 @@ int CountStepsBack(const std::vector<cPass> &passes);
 /// A frame that the machine draws late has moved on by as much: that is no error.
 double FrameError(const std::vector<cPass> &passes, double part);
 
+/// How far the library's own number fell behind the line at worst, steps included; seconds.
+double FindDeviceLag(const std::vector<cPass> &passes);
+
 /// A line for each of at most 20,000 passes: seconds, milliseconds of the music ahead of the line,
 /// milliseconds of the library's own number ahead of it.
 void WriteErrors(const std::string &path, const std::vector<cPass> &passes);
