@@ -12,6 +12,9 @@ namespace
 {
 // Several readings in one block of the device: a step is seen this late at most.
 const auto watchPause = std::chrono::milliseconds(4);
+
+// Of a block and the time for which the clock runs on without a reading, about half.
+const double lateSeconds = 0.03;
 } // namespace
 
 SoundOutput::SoundOutput(std::unique_ptr<SoundDevice> device)
@@ -32,6 +35,8 @@ SoundOutput::~SoundOutput() = default; // the watcher is stopped and joined
 
 double SoundOutput::GetHeardSeconds()
 {
+    if (IsWatcherLate(SteadySeconds()))
+        Observe();
     const double now = SteadySeconds();
     const std::lock_guard lock(mMutex);
     const double running = mRunningTime.At(now);
@@ -53,14 +58,27 @@ void SoundOutput::Watch(const std::stop_token &stop)
         FallSilent();
 }
 
+// A busy machine may keep the watcher from its work while the device plays on. The time would stand
+// still after a while, so whoever asks then looks for himself.
+bool SoundOutput::IsWatcherLate(double now)
+{
+    const std::lock_guard lock(mMutex);
+    return !mIsSilent && now - mObservedTime > lateSeconds;
+}
+
 // Where the device and this thread were kept waiting, the reading is younger than `heard` says: the
 // clock counts on readings that come late, and on none that come early.
 void SoundOutput::Observe()
 {
+    const std::unique_lock reading(mReadingMutex, std::try_to_lock);
+    if (!reading)
+        return; // another thread is at it; nobody waits for the device because of that
     const double heard = mDevice->ReadHeardSeconds();
-    mClock.Observe(SteadySeconds(), heard);
+    const double now = SteadySeconds();
+    mClock.Observe(now, heard);
     const std::lock_guard lock(mMutex);
     mLine = mClock.GetLine();
+    mObservedTime = now;
 }
 
 void SoundOutput::FallSilent()

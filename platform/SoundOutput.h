@@ -33,11 +33,15 @@ public:
 private:
     void Watch(const std::stop_token &stop);
     void Observe();
+    bool IsWatcherLate(double now);
     void FallSilent();
 
     std::unique_ptr<SoundDevice> mDevice;
-    SoundClock mClock; // the watcher's, once that runs
+    std::mutex mReadingMutex; // over the clock: whoever holds it asks the device
+    SoundClock mClock;
+
     std::mutex mMutex; // over what follows
+    double mObservedTime = 0;
     SoundRunningTime mRunningTime;
     SoundLine mLine;
     bool mIsSilent;

@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <vector>
 
 using platform::SoundOutput;
@@ -85,6 +86,40 @@ TEST(SoundOutput, KnowsTheDevicesTimeFromTheBeginning)
     SoundOutput output(std::make_unique<cSlowDevice>());
     EXPECT_GE(output.GetHeardSeconds(), 100);
     EXPECT_LT(output.GetHeardSeconds(), 101);
+}
+
+namespace
+{
+/// A device of 20 ms blocks that keeps the thread that watches it waiting, between its readings.
+class cDeviceWithALateWatcher : public platform::SoundDevice
+{
+public:
+    double GetBlockSeconds() const override { return 0.02; }
+    double ReadHeardSeconds() override
+    {
+        return std::floor((SteadySeconds() - mStart) / 0.02) * 0.02;
+    }
+    bool IsConnected() override
+    {
+        test::Wait(0.3);
+        return true;
+    }
+    std::unique_ptr<SoundVoice> CreateVoice(int) override { return nullptr; }
+
+private:
+    double mStart = SteadySeconds();
+};
+} // namespace
+
+TEST(SoundOutput, RunsOnWhenItsOwnThreadIsLate)
+{
+    SoundOutput output(std::make_unique<cDeviceWithALateWatcher>());
+    const double before = SteadySeconds(), heardBefore = output.GetHeardSeconds();
+    while (SteadySeconds() < before + 0.28) {
+        output.GetHeardSeconds();
+        test::Wait(0.002);
+    }
+    EXPECT_NEAR(output.GetHeardSeconds() - heardBefore, SteadySeconds() - before, 0.05);
 }
 
 TEST(SoundSilence, TakesAThirdOfASecondAhead)
