@@ -24,7 +24,8 @@ void Copy(const fs::path &from, const fs::path &to)
 
 fs::path MakeClone(const std::string &name)
 {
-    const fs::path clone = FreshFolder(name), root = VYR_SOURCE_DIR;
+    const fs::path root = VYR_SOURCE_DIR;
+    fs::path clone = FreshFolder(name);
     for (const char *part :
          {"run", "test", "scripts", "packages.txt", "CMakePresets.json", "content", "data"})
         Copy(root / part, clone / part);
