@@ -13,6 +13,9 @@ const char *const project = R"(cmake_minimum_required(VERSION 3.24)
 project(clone LANGUAGES NONE)
 enable_testing()
 add_test(NAME sync-track COMMAND ${CMAKE_COMMAND} -E true)
+foreach(target demo show vyr-record vyr-check)
+    add_custom_target(${target})
+endforeach()
 )";
 
 void Copy(const fs::path &from, const fs::path &to)
