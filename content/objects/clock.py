@@ -34,8 +34,9 @@ def _case():
 
 
 def _face():
-    rim = lit(lathe([(0.85, 0.12), (0.80, 0.125)], SIDES), "#D8C7A0", 0)
-    dial = lit(lathe([(0.80, 0.125), (0.45, 0.15), (0.0, 0.155)], SIDES), "#FBF0D8", 0.06)
+    rim = lit(lathe([(0.85, 0.12), (0.80, 0.14)], SIDES), "#D8C7A0", 0)
+    # Flat: of a vaulted dial's nearly equal shades only a few surfaces would be left, as patches.
+    dial = lit(lathe([(0.80, 0.14), (0.0, 0.14)], SIDES), "#FBF0D8", 0.06)
     yield rim
     yield dial
 
