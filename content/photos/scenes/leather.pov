@@ -27,7 +27,7 @@ Sky(rgb 0.02, rgb 0.06, rgb 0.08)
 #declare Crease = function { pattern { wrinkles scale 0.7 } }
 #declare Seat = function (x, y) {
     0.72 - 0.022*(x*x + y*y) + 0.030*Crease(x, y, 0)
-    - 0.30*(0.5 - 0.5*tanh(Shape(x, y)/0.11 + 0.35)) + 0.035*exp(-pow((Shape(x, y) - 0.14)/0.10, 2))
+    - 0.30*(0.5 - 0.5*tanh(Shape(x, y)/0.07 + 0.35)) + 0.035*exp(-pow((Shape(x, y) - 0.14)/0.10, 2))
 }
 height_field {
     function 460, 440 { Seat((x - 0.5)*4.6, (0.5 - y)*4.4) }
@@ -56,4 +56,4 @@ union {
 #end
 object { Ticket("9000") rotate x*86 rotate y*-24 translate <1.15, 0.67, -1.6> }
 Softbox(<-4.8, 3.6, 2.6>, <0, 0, 0>, 1.3, rgb <1.75, 1.30, 0.80>)
-Softbox(<4, 5, -5>, <0, 0, 0>, 3, rgb <0.22, 0.25, 0.30>)
+Softbox(<1.5, 6, -5>, <0, 0, 0>, 3, rgb <0.46, 0.38, 0.30>)
