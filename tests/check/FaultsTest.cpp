@@ -253,6 +253,12 @@ const std::vector<cCase> objectCases = {
     {"a clip outside data", check::CheckObjects,
      WithObject([](cObjectParts &p) { p.mClip = lwo2::Clip(1, "C:/x/tex9.png"); }),
      "data/oh2.lwo: chunk CLIP: expected a path with data/ in it, found 'C:/x/tex9.png'"},
+    {"a clip that leads out of data", check::CheckObjects, WithObject([](cObjectParts &p) {
+         test::WriteFlatImage("out.png", 8, 8, 3);
+         p.mClip = lwo2::Clip(1, "data/photos/../../out.png");
+     }),
+     "data/oh2.lwo: chunk CLIP: expected a path that stays in data/, found "
+     "'data/photos/../../out.png'"},
     {"a clip of the wrong kind", check::CheckObjects, WithObject([](cObjectParts &p) {
          test::WriteFlatImage("data/grey.png", 8, 8, 1);
          p.mClip = lwo2::Clip(1, "data/grey.png");

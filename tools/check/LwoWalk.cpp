@@ -24,6 +24,13 @@ std::string ImageOf(const std::string &path)
         start = path.rfind("Data/");
     return start == std::string::npos ? "" : path.substr(start);
 }
+
+// The engine opens what is named, wherever that is; whoever plays the show should know.
+bool StaysInFolder(const std::string &image)
+{
+    const std::string first = std::filesystem::path(image).lexically_normal().begin()->string();
+    return first == "data" || first == "Data";
+}
 } // namespace
 
 void cLwoWalk::Walk()
@@ -260,6 +267,8 @@ void cLwoWalk::ReadStill(const std::string &path)
     std::error_code ignored;
     if (image.empty())
         Fault("chunk CLIP", "expected a path with data/ in it, found " + tools::Quote(path));
+    else if (!StaysInFolder(image))
+        Fault("chunk CLIP", "expected a path that stays in data/, found " + tools::Quote(image));
     else if (!std::filesystem::is_regular_file(image, ignored))
         Fault("chunk CLIP", "expected an image file, found none at " + image);
     else
