@@ -57,7 +57,7 @@ void CheckImage(const std::string &path, const std::string &place, cFindings &fi
         findings.Fault(path, place, "missing");
         return;
     }
-    const int id = Textures().LoadTexture(path, true);
+    const int id = LoadImage(path);
     if (id < 0) {
         const char *reason = stbi_failure_reason();
         findings.Fault(path, place,

@@ -56,7 +56,7 @@ void CheckTimes(tools::cTrackFolder &folder, cFindings &findings)
 
 void CheckContrast(const std::string &path, cFindings &findings)
 {
-    const int id = Textures().LoadTexture(path, true); // loaded before: this finds it
+    const int id = LoadImage(path); // loaded before: this finds it
     if (id < 0)
         return;
     const vyr::cTextureManager::cTexture &texture = Textures().GetTexture(id);

@@ -4,13 +4,16 @@
 #include "platform/Window.h"
 
 #include <cstdlib>
+#include <vector>
 
 namespace check
 {
 namespace
 {
 const int size = 64; // nothing is looked at
-}
+
+std::vector<int> loaded; // the manager does not free the pixels that it keeps
+} // namespace
 
 cStage::cStage()
 {
@@ -24,9 +27,20 @@ cStage::cStage()
 
 cStage::~cStage()
 {
+    for (int id : loaded)
+        Textures().DestroyTexture(unsigned(id));
+    loaded.clear();
     vyr::tSingleton<vyr::cTextureManager>::DestroySingleton();
     Renderer().Shutdown();
     vyr::tSingleton<vyr::cRenderer>::DestroySingleton();
+}
+
+int LoadImage(const std::string &path)
+{
+    const int id = Textures().LoadTexture(path, true);
+    if (id >= 0)
+        loaded.push_back(id);
+    return id;
 }
 
 vyr::cRenderer &Renderer() { return vyr::tSingleton<vyr::cRenderer>::GetSingleton(); }

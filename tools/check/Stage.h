@@ -3,6 +3,8 @@
 #include "engine/Renderer.h"
 #include "engine/TextureManager.h"
 
+#include <string>
+
 namespace check
 {
 /// The engine with a context that needs no display, as long as this lives.
@@ -19,6 +21,9 @@ public:
 private:
     bool mIsOpen;
 };
+
+/// The texture's id, or -1. Its pixels are kept too, until the stage ends.
+int LoadImage(const std::string &path);
 
 vyr::cRenderer &Renderer();
 vyr::cTextureManager &Textures();
