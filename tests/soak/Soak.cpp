@@ -1,6 +1,7 @@
 // Plays the show in real time and watches it from outside.
 //
 //     soak play SHOW-FOLDER             one whole play
+//     soak memory SHOW-FOLDER           the same, whose memory must not grow
 //     soak escape SHOW-FOLDER COUNT     COUNT plays, each ended with Escape
 //     soak interrupt SHOW-FOLDER        unmapped, covered, stopped
 //
@@ -34,12 +35,12 @@ int main(int argc, char **argv)
 {
     const std::string part = argc > 2 ? argv[1] : "";
     const std::filesystem::path show = std::filesystem::absolute(argc > 2 ? argv[2] : ".");
-    if (part == "play" && argc == 3)
-        return soak::PlayWhole(show) ? 0 : 1;
+    if ((part == "play" || part == "memory") && argc == 3)
+        return soak::PlayWhole(show, part == "memory") ? 0 : 1;
     if (part == "escape" && argc == 4)
         return soak::PlayUntilEscape(show, std::atoi(argv[3])) ? 0 : 1;
     if (part == "interrupt" && argc == 3)
         return soak::PlayWithInterruptions(show) ? 0 : 1;
-    std::fprintf(stderr, "usage: soak play|escape|interrupt SHOW-FOLDER [COUNT]\n");
+    std::fprintf(stderr, "usage: soak play|memory|escape|interrupt SHOW-FOLDER [COUNT]\n");
     return 2;
 }
