@@ -17,8 +17,6 @@ using faults::cFault;
 
 namespace
 {
-const double longestSeconds = 10.0;
-
 const char noTexture[] = "ID is out of range: ";
 
 /// One row: a file of the show and what its loss does.
@@ -82,7 +80,7 @@ protected:
     {
         test::cProcess program({VYR_SCRIPTED_DEMO}, sFolder->Path(),
                                {"VYR_TEST_ROWS=0,10,2000,3624"});
-        return program.Wait(longestSeconds);
+        return program.Wait(faults::LongestSeconds());
     }
 
     static bool HasPlayed(const test::cProcessResult &result)
@@ -170,7 +168,7 @@ test::cProcessResult PlayWithEscape(const fs::path &folder)
         if (program.IsRunning())
             screen.PressEscape();
     }
-    return program.Wait(longestSeconds);
+    return program.Wait(faults::LongestSeconds());
 }
 
 const char *SoundErrorOf(cFault::eKind kind)
@@ -205,7 +203,7 @@ TEST_F(DemoFaults, MusicEndsTheShowWithTheSoundLibrarysError)
 TEST_F(DemoFaults, WithoutADisplayItSaysSoAndEnds)
 {
     test::cProcess program({VYR_SCRIPTED_DEMO}, sFolder->Path(), {"DISPLAY=", "WAYLAND_DISPLAY="});
-    const test::cProcessResult result = program.Wait(longestSeconds);
+    const test::cProcessResult result = program.Wait(faults::LongestSeconds());
     EXPECT_FALSE(result.mTimedOut);
     EXPECT_NE(result.mErrors.find("window: "), std::string::npos) << result.mErrors;
     EXPECT_TRUE(result.mSignal == 0 || result.mSignal == SIGABRT) << result.mSignal;
@@ -218,7 +216,7 @@ TEST_F(DemoFaults, WithoutOpenGL2OrFramebuffersItNamesTheCallAndStops)
          {"MESA_GL_VERSION_OVERRIDE=1.4",
           "MESA_EXTENSION_OVERRIDE=-GL_EXT_framebuffer_object -GL_ARB_framebuffer_object"}) {
         test::cProcess program({VYR_SCRIPTED_DEMO}, sFolder->Path(), {lack});
-        const test::cProcessResult result = program.Wait(longestSeconds);
+        const test::cProcessResult result = program.Wait(faults::LongestSeconds());
         EXPECT_EQ(result.mSignal, SIGABRT) << lack;
         EXPECT_NE(result.mErrors.find("No provider of gl"), std::string::npos) << lack << "\n"
                                                                                << result.mErrors;

@@ -12,7 +12,6 @@
 
 namespace
 {
-const double longestSeconds = 10.0;
 const long triedByDefault = 24; // of some thousands; all of them with VYR_ALL_FAULTS
 
 class MemoryFaults : public testing::Test
@@ -25,7 +24,7 @@ protected:
         test::cProcess program({VYR_SCRIPTED_DEMO}, mFolder.Path(),
                                {"VYR_TEST_ROWS=0,10,3624", "LD_PRELOAD=" VYR_SHORT_MEMORY,
                                 "VYR_SHORT_AT=" + std::to_string(allocation)});
-        return program.Wait(longestSeconds);
+        return program.Wait(faults::LongestSeconds());
     }
 
     test::cTemporaryFolder mFolder;

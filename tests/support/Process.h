@@ -32,7 +32,7 @@ public:
     bool IsRunning();
     void Signal(int signal) const;
     /// Waits for its end; after `seconds` it is killed and counts as timed out.
-    cProcessResult Wait(double seconds = 20.0);
+    cProcessResult Wait(double seconds = 60.0);
 
 private:
     pid_t mId = -1;

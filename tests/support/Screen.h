@@ -15,7 +15,7 @@ public:
     cScreen &operator=(const cScreen &) = delete;
 
     /// Waits for a window with this title; false when none appears within `seconds`.
-    bool WaitForWindow(const std::string &title, double seconds = 10.0);
+    bool WaitForWindow(const std::string &title, double seconds = 60.0);
 
     // Of the window found last:
     int Width() const;
