@@ -147,8 +147,8 @@ int UploadCoverage(const std::vector<unsigned char> &coverage, int width, int he
         tSingleton<cTextureManager>::GetSingleton().CreateTexture(nullptr, width, height, 1);
     glPushClientAttrib(GL_CLIENT_PIXEL_STORE_BIT);
     glPixelStorei(GL_UNPACK_ALIGNMENT, 1);
-    for (GLenum unused : {GL_UNPACK_ROW_LENGTH, GL_UNPACK_SKIP_ROWS, GL_UNPACK_SKIP_PIXELS})
-        glPixelStorei(unused, 0);
+    for (const int unused : {GL_UNPACK_ROW_LENGTH, GL_UNPACK_SKIP_ROWS, GL_UNPACK_SKIP_PIXELS})
+        glPixelStorei(GLenum(unused), 0);
     glTexImage2D(GL_TEXTURE_2D, 0, GL_INTENSITY8, width, height, 0, GL_LUMINANCE, GL_UNSIGNED_BYTE,
                  coverage.data());
     glPopClientAttrib();
