@@ -204,22 +204,42 @@ TEST_F(BadInput, EncoderOfTheMusicThatFailsIsNotDrawnFor)
     EXPECT_FALSE(Exists("show/all"));
 }
 
-// No file may grow beyond 100 kB, which a write hears as it hears of a full disk: as an error.
-TEST_F(BadInput, NoRoomForTheVideoIsSaidAndLeavesNothing)
+class NoRoom : public BadInput
 {
-    const std::string limited = "trap '' XFSZ; ulimit -f 200; exec \"$@\""; // blocks of 512 bytes
-    test::WriteFile(Folder() / "full.mp4", "old");
-    const tWords before = Files();
-    const test::cProcessResult result =
-        test::Run(tWords{"sh", "-c", limited, "sh"} + Command({"--size", "640x360", "--fps", "30",
-                                                               "--to", "200", "-o", "full.mp4"}),
-                  Folder());
-    EXPECT_EQ(result.mStatus, 1);
-    EXPECT_THAT(result.mErrors, testing::StartsWith("vyr-record: "));
-    EXPECT_THAT(result.mErrors, HasSubstr("File too large"));
-    EXPECT_EQ(std::count(result.mErrors.begin(), result.mErrors.end(), '\n'), 1) << result.mErrors;
-    EXPECT_EQ(Files(), before);
-    EXPECT_EQ(test::ReadFile(Folder() / "full.mp4"), "old");
+protected:
+    // No file may grow beyond `blocks` of 512 bytes, which a write hears as it hears of a full
+    // disk.
+    static void ExpectRefusal(const tWords &words, size_t blocks)
+    {
+        SCOPED_TRACE(blocks);
+        const std::string limited =
+            "trap '' XFSZ; ulimit -f " + std::to_string(blocks) + "; exec \"$@\"";
+        test::WriteFile(Folder() / "full.mp4", "old");
+        const tWords before = Files();
+        const test::cProcessResult result =
+            test::Run(tWords{"sh", "-c", limited, "sh"} + Command(words) + tWords{"-o", "full.mp4"},
+                      Folder());
+        EXPECT_EQ(result.mStatus, 1);
+        EXPECT_THAT(result.mErrors, testing::StartsWith("vyr-record: "));
+        EXPECT_THAT(result.mErrors, HasSubstr("File too large"));
+        EXPECT_EQ(std::count(result.mErrors.begin(), result.mErrors.end(), '\n'), 1)
+            << result.mErrors;
+        EXPECT_EQ(Files(), before);
+        EXPECT_EQ(test::ReadFile(Folder() / "full.mp4"), "old");
+    }
+};
+
+TEST_F(NoRoom, ForThePicturesIsSaidAndLeavesNothing)
+{
+    ExpectRefusal({"--size", "320x180", "--fps", "30", "--to", "100"}, 20);
+}
+
+// The pictures and the sound fit, each alone; both in one file do not, by a few bytes.
+TEST_F(NoRoom, ForTheLastBytesIsSaidAndLeavesNothing)
+{
+    const tWords words = kSmall + tWords{"--to", "60"};
+    ASSERT_EQ(Record(words + tWords{"-o", "full.mp4"}).mStatus, 0);
+    ExpectRefusal(words, (fs::file_size(Folder() / "full.mp4") - 1) / 512);
 }
 
 class Interrupting : public BadInput

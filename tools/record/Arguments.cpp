@@ -18,4 +18,6 @@ tArguments operator+(tArguments arguments, const tArguments &more)
 }
 
 tArguments Ffmpeg() { return Words("ffmpeg -hide_banner -nostdin -loglevel error -y"); }
+
+tArguments StrictFfmpeg() { return Ffmpeg() + tArguments{"-xerror"}; }
 } // namespace record

@@ -14,4 +14,8 @@ tArguments operator+(tArguments arguments, const tArguments &more);
 
 /// How each call of ffmpeg begins: quiet but for errors, nothing asked, its result replaced.
 tArguments Ffmpeg();
+/// The same for a call in which any error is the end, as when what it wrote last finds no room:
+/// left to itself it says so and ends with status 0. Not for music, whose damaged frames may be
+/// left out.
+tArguments StrictFfmpeg();
 } // namespace record

@@ -71,7 +71,7 @@ tArguments GetPictureOutput(const cEncoding &encoding)
 
 tArguments GetArguments(const cEncoding &encoding, const std::string &path)
 {
-    return Ffmpeg() + GetPictureInput(encoding) + GetPictureOutput(encoding) +
+    return StrictFfmpeg() + GetPictureInput(encoding) + GetPictureOutput(encoding) +
            tArguments{"-f", "mp4", path};
 }
 } // namespace

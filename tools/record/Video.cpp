@@ -38,7 +38,7 @@ tArguments cVideo::GetArguments(int64_t end) const
     }
     // The table of contents first, so that a player on a network starts at once; times of edits in
     // samples of the sound, not in milliseconds.
-    return Ffmpeg() + inputs + outputs +
+    return StrictFfmpeg() + inputs + outputs +
            Words("-movflags +faststart -movie_timescale 44100 -f mp4") +
            tArguments{mOutput.GetTemporaryPath()};
 }
