@@ -6,6 +6,7 @@
 #include <epoxy/gl.h>
 
 #include <algorithm>
+#include <climits>
 #include <cstdint>
 #include <cstdio>
 
@@ -16,6 +17,9 @@ struct cBitmapFont::cImage
 {
     int mWidth, mHeight;
     std::vector<unsigned char> mCoverage;
+
+    void AddRow(const unsigned char *pixels, int64_t count, int x, int y, bool isAtStart);
+    void AddPixels(const unsigned char *pixels, int64_t count, int x, int y, bool isAtStart);
 };
 
 namespace
@@ -47,6 +51,37 @@ int Advance(cBitmapFont::CharInfo &character, int previous)
     return Add(Kerning(character, previous), character.xadvance);
 }
 } // namespace
+
+// `count` pixels of the page, four bytes each, alpha last, from (x, y) on. At the start of a line
+// pixels left of the image go into its first column.
+void cBitmapFont::cImage::AddRow(const unsigned char *pixels, int64_t count, int x, int y,
+                                 bool isAtStart)
+{
+    const int64_t start = int64_t(y) * mWidth + x;
+    const bool isInside = start >= 0 && start + count <= int64_t(mCoverage.size());
+    const bool isLeft =
+        isAtStart && (x < 0 || x > INT_MAX - count); // or becomes so, wrapped around
+    if (!isInside || isLeft) {
+        AddPixels(pixels, count, x, y, isAtStart);
+        return;
+    }
+    unsigned char *coverage = &mCoverage[size_t(start)];
+    for (int64_t i = 0; i < count; i++)
+        coverage[i] = static_cast<unsigned char>(coverage[i] + pixels[4 * i + 3]);
+}
+
+// The same pixel by pixel, for what is not wholly inside: numbers wrap around, the rest is left
+// out.
+void cBitmapFont::cImage::AddPixels(const unsigned char *pixels, int64_t count, int x, int y,
+                                    bool isAtStart)
+{
+    for (int64_t i = 0; i < count; i++) {
+        const int at = Add(x, int(i));
+        const int index = Add(Multiply(y, mWidth), at < 0 && isAtStart ? 0 : at);
+        if (index >= 0 && size_t(index) < mCoverage.size())
+            mCoverage[size_t(index)] += pixels[4 * i + 3];
+    }
+}
 
 int cBitmapFont::GetStringWidth(const std::string &text)
 {
@@ -231,14 +266,8 @@ void cBitmapFont::RenderGlyph(const CharInfo &character, int pen, int base, int 
         const int64_t first = std::max(left, -rowStart);
         const int64_t end = std::min({right, pagePixels - rowStart, first + remaining});
         const int y = Add(Add(lineTop, character.yoffset), int(r - top));
-        for (int64_t k = first; k < end; k++) {
-            int x = Add(Add(base, character.xoffset), int(k - left));
-            if (x < 0 && pen == 0)
-                x = 0;
-            const int index = Add(Multiply(y, image.mWidth), x);
-            if (index >= 0 && size_t(index) < image.mCoverage.size())
-                image.mCoverage[size_t(index)] += mPagePixels[size_t(4 * (rowStart + k) + 3)];
-        }
+        const int x = Add(Add(base, character.xoffset), int(first - left));
+        image.AddRow(&mPagePixels[size_t(4 * (rowStart + first))], end - first, x, y, pen == 0);
         remaining -= end - first;
     }
 }
