@@ -29,9 +29,9 @@ cStage::cStage(const platform::WindowSystem &system, int width, int height)
     TexturesHolder::CreateSingleton();
     renderer.InitPostProcessing();
     mDevice = sync_create_device(demo::kTrackPrefix);
-    mLoaded = demo::LoadTracks(mDevice);
-    mShow.mTracks = mLoaded;
-    mShow.mAssets = demo::LoadAssets();
+    mLoaded.mTracks = demo::LoadTracks(mDevice);
+    mLoaded.mAssets = demo::LoadAssets();
+    mShow = mLoaded;
     platform::SetSwapInterval(0); // nothing waits for a screen
     glEnable(GL_BLEND);           // as the show has it
 }
@@ -65,5 +65,19 @@ void cStage::FixToFlatLayers()
     Fix(demo::TUNNEL_TEXTURE, -1.0f);
     Fix(demo::OBJECT_NUM, -1.0f);
     Fix(demo::FADE_FG_NOISE, 0.0f);
+}
+
+long cStage::GetTextureBytes() const
+{
+    auto &textures = TexturesHolder::GetSingleton();
+    // Ids are handed out from 0 upward; the next one tells how many there are.
+    unsigned char pixel[4] = {};
+    const int count = textures.CreateTexture(pixel, 1, 1, 4);
+    long pixels = 0;
+    for (int i = 0; i < count; i++) {
+        const vyr::cVector2 size = textures.GetTexture(i).mSize;
+        pixels += long(size.x) * long(size.y);
+    }
+    return pixels * 4;
 }
 } // namespace bench

@@ -25,8 +25,12 @@ public:
     void Fix(demo::eTrack track, float value);
     /// Only what is flat remains: photos, words, logo, vignette and fades.
     void FixToFlatLayers();
-    /// The loaded tracks again.
-    void Unfix() { mShow.mTracks = mLoaded; }
+    void UseVignette(int texture) { mShow.mAssets.mVignette = texture; }
+    /// The show as loaded again.
+    void Restore() { mShow = mLoaded; }
+
+    /// Of all textures, at four bytes a pixel.
+    long GetTextureBytes() const;
 
     const demo::cShow &GetShow() const { return mShow; }
 
@@ -38,8 +42,7 @@ private:
     };
 
     sync_device *mDevice = nullptr;
-    demo::tTracks mLoaded{};
-    demo::cShow mShow;
+    demo::cShow mLoaded, mShow;
     std::deque<cConstant> mConstants; // a deque's elements stay where they are
 };
 
