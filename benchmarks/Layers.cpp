@@ -1,14 +1,17 @@
 // What each layer of the show costs: frames where it is on, drawn with it and without it in turn.
 //
-//   bench-layers SHOW     prints "layer NAME SHARE MILLISECONDS": the share of the show's frames
-//   that
-//                         have it, and the processor time that it takes of such a frame, a median
+//   bench-layers SHOW
+//
+// Prints the driver's name and, a line each, "layer NAME SHARE MILLISECONDS": the share of the
+// show's frames that have it, and the processor time that it takes of such a frame, a median.
 
 #include "benchmarks/FrameTimes.h"
 #include "benchmarks/Report.h"
 #include "engine/Singleton.h"
 #include "engine/TextureManager.h"
 #include "platform/Truncate.h"
+
+#include <epoxy/gl.h>
 
 #include <cstdio>
 #include <string>
@@ -100,6 +103,8 @@ void TimeRest(bench::cStage &stage)
     stage.Restore();
     Print("clear, vignette and two fades, presented", sampledFrames, bench::Median(times));
 }
+
+const char *GetText(GLenum name) { return reinterpret_cast<const char *>(glGetString(name)); }
 } // namespace
 
 int main(int count, char **arguments)
@@ -109,6 +114,7 @@ int main(int count, char **arguments)
         return 2;
     }
     bench::cStage stage(platform::OffscreenWindowSystem(), 1280, 720);
+    std::printf("driver %s, %s\n", GetText(GL_RENDERER), GetText(GL_VERSION));
     for (const cLayer &layer : layers) {
         std::vector<double> rows;
         for (double row : AllRows())

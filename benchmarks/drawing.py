@@ -1,4 +1,4 @@
-#!/usr/bin/env python3
+#!/usr/bin/python3
 """The show's frames drawn in a window, beside the bare replay of their own OpenGL calls, and its flat
 layers beside SDL2's renderer.
 

@@ -1,4 +1,4 @@
-#!/usr/bin/env python3
+#!/usr/bin/python3
 """Writes a timeline of N keys in ten tracks to standard output:  benchmarks/timeline.py N"""
 import sys
 

@@ -1,35 +1,29 @@
 #!/usr/bin/env bash
-# The tools' times, as the processor counts them: the show's timeline compiled, its folder checked, and
-# ten times as many keys compiled, dumped and plotted.
-# Takes the build folder:  benchmarks/tools.sh build
+# What the tools take for ten times as many keys, as the processor counts it: compiled, dumped and
+# plotted.
+#
+#   benchmarks/tools.sh BUILD [ROUNDS]      the build folder; 5 rounds unless said
 set -euo pipefail
 bin=$1/bin
-show=$1/show
+rounds=${2:-5}
+few=100000 many=1000000
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
 
-# seconds COMMAND...: processor seconds, user and system, the least of three runs
+# seconds COMMAND...: of the processor, user and system
 seconds() {
-    for _ in 1 2 3; do
-        { TIMEFORMAT='%U %S'; time "$@" >/dev/null 2>&1; } 2>&1
-    done | awk '{ t = $1 + $2; if (NR == 1 || t < least) least = t } END { printf "%.3f", least }'
+    { TIMEFORMAT='%U %S'; time "$@" >/dev/null 2>&1; } 2>&1 | awk '{ print $1 + $2 }'
 }
-ratio() { awk -v a="$1" -v b="$2" 'BEGIN { printf "%.2f", a / b }'; }
-row() { printf '%-44s %10s %10s %8s\n' "$@"; }
+compile() { "$bin/vyr-tracks" compile "$work/$1.txt" -o "$work/$1"; }
+dump() { "$bin/vyr-tracks" dump "$work/$1"; }
+plot() { "$bin/vyr-tracks" plot "$work/$1" -o "$work/plot.svg"; }
 
-row what this peer ratio
-row "timeline of the show compiled (s)" "$(seconds "$bin/vyr-tracks" compile content/timeline.txt -o "$work")" "" ""
-row "show checked (s)" "$(seconds "$bin/vyr-check" "$show")" "" ""
-
-for keys in 100000 1000000; do
-    mkdir -p "$work/$keys"
+for keys in $few $many; do
+    mkdir "$work/$keys"
     benchmarks/timeline.py "$keys" >"$work/$keys.txt"
-    compile[keys]=$(seconds "$bin/vyr-tracks" compile "$work/$keys.txt" -o "$work/$keys")
-    dump[keys]=$(seconds "$bin/vyr-tracks" dump "$work/$keys")
-    plot[keys]=$(seconds "$bin/vyr-tracks" plot "$work/$keys" -o "$work/plot.svg")
 done
 for what in compile dump plot; do
-    declare -n at=$what
-    row "$what, a million keys, and 100,000 (s)" "${at[1000000]}" "${at[100000]}" \
-        "$(ratio "${at[1000000]}" "${at[100000]}")"
+    for ((round = 0; round < rounds; round++)); do
+        echo "$(seconds "$what" $many) $(seconds "$what" $few)"
+    done | benchmarks/row "vyr-tracks $what, a million keys" "a tenth of them" s -
 done
