@@ -217,7 +217,8 @@ private:
     std::filesystem::path mFolder;
 };
 
-void CompareWithPeer(const cFiles &files, int triangles, bool isSmooth, int pairCount)
+[[maybe_unused]] void CompareWithPeer(const cFiles &files, int triangles, bool isSmooth,
+                                      int pairCount)
 {
     const std::string path = files.Write("object.lwo", MakeMesh(triangles, isSmooth));
     std::vector<bench::cPair> times, memories;
