@@ -123,10 +123,13 @@ public:
 
 protected:
     struct cImage;
+    class cCharacters;
 
     void TakePage(int texture);
-    int StartOfLine(const std::string &line, const cVector2 &size, HALIGN halign, int pen);
-    int RenderLine(const std::string &line, int pen, int lineTop, cImage &image);
+    static int StartOfLine(int lineWidth, const cVector2 &size, HALIGN halign, int pen);
+    static int MeasureLine(const std::string &line, cCharacters &characters);
+    int RenderLine(const std::string &line, int pen, int lineTop, cCharacters &characters,
+                   cImage &image);
     void RenderGlyph(const CharInfo &character, int pen, int base, int lineTop,
                      cImage &image) const;
 

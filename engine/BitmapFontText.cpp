@@ -6,6 +6,7 @@
 #include <epoxy/gl.h>
 
 #include <algorithm>
+#include <array>
 #include <climits>
 #include <cstdint>
 #include <cstdio>
@@ -65,7 +66,7 @@ void cBitmapFont::cImage::AddRow(const unsigned char *pixels, int64_t count, int
         AddPixels(pixels, count, x, y, isAtStart);
         return;
     }
-    unsigned char *coverage = &mCoverage[size_t(start)];
+    unsigned char *__restrict coverage = &mCoverage[size_t(start)]; // no part of the page
     for (int64_t i = 0; i < count; i++)
         coverage[i] = static_cast<unsigned char>(coverage[i] + pixels[4 * i + 3]);
 }
@@ -83,15 +84,41 @@ void cBitmapFont::cImage::AddPixels(const unsigned char *pixels, int64_t count, 
     }
 }
 
-int cBitmapFont::GetStringWidth(const std::string &text)
+// The font's characters while it measures or draws: each is looked up among all others once.
+class cBitmapFont::cCharacters
+{
+public:
+    explicit cCharacters(std::map<int, CharInfo> &characters) : mCharacters(characters) {}
+
+    // Remembered in the font when it is not described.
+    CharInfo &operator[](int code)
+    {
+        CharInfo *&known = mKnown[static_cast<unsigned char>(code)];
+        if (!known)
+            known = &mCharacters[code];
+        return *known;
+    }
+
+private:
+    std::map<int, CharInfo> &mCharacters;
+    std::array<CharInfo *, 256> mKnown{}; // by the text's byte
+};
+
+int cBitmapFont::MeasureLine(const std::string &line, cCharacters &characters)
 {
     int width = 0, previous = noCharacter;
-    for (char byte : text) {
+    for (char byte : line) {
         const int code = CodeOf(byte);
-        width = Add(width, Advance(mChars[code], previous));
+        width = Add(width, Advance(characters[code], previous));
         previous = code;
     }
     return width;
+}
+
+int cBitmapFont::GetStringWidth(const std::string &text)
+{
+    cCharacters characters(mChars);
+    return MeasureLine(text, characters);
 }
 
 int cBitmapFont::GetStringHeight(const std::string &text, unsigned int maximumWidth)
@@ -178,8 +205,9 @@ bool CanBeTexture(int width, int height)
 // none: the coverage goes up by itself, rows closely packed whatever the caller has set.
 int UploadCoverage(const std::vector<unsigned char> &coverage, int width, int height)
 {
-    const int texture =
-        tSingleton<cTextureManager>::GetSingleton().CreateTexture(nullptr, width, height, 1);
+    auto &textures = tSingleton<cTextureManager>::GetSingleton();
+    const int texture = textures.CreateTexture(nullptr, 0, 0, 1); // no storage to be thrown away
+    textures.GetTexture(texture).mSize = {float(width), float(height)};
     glPushClientAttrib(GL_CLIENT_PIXEL_STORE_BIT);
     glPixelStorei(GL_UNPACK_ALIGNMENT, 1);
     for (const int unused : {GL_UNPACK_ROW_LENGTH, GL_UNPACK_SKIP_ROWS, GL_UNPACK_SKIP_PIXELS})
@@ -202,18 +230,20 @@ int cBitmapFont::RenderTextToCache(const std::vector<std::string> &lines, const 
         image.mWidth = image.mHeight = 0;
     image.mCoverage.resize(size_t(image.mWidth) * size_t(image.mHeight));
 
+    cCharacters characters(mChars);
     int lineTop = 0, pen = 0;
     for (const std::string &line : lines) {
-        pen = RenderLine(line, StartOfLine(line, size, halign, pen), lineTop, image);
+        pen = StartOfLine(MeasureLine(line, characters), size, halign, pen);
+        pen = RenderLine(line, pen, lineTop, characters, image);
         lineTop = Add(lineTop, mLineHeight);
     }
     return UploadCoverage(image.mCoverage, image.mWidth, image.mHeight);
 }
 
 // Right alignment measures from the image's height: what is laid out for square images stays there.
-int cBitmapFont::StartOfLine(const std::string &line, const cVector2 &size, HALIGN halign, int pen)
+int cBitmapFont::StartOfLine(int lineWidth, const cVector2 &size, HALIGN halign, int pen)
 {
-    const float width = float(GetStringWidth(line));
+    const float width = float(lineWidth);
     if (halign == HALIGN_LEFT)
         return 0;
     if (halign == HALIGN_CENTER)
@@ -224,14 +254,15 @@ int cBitmapFont::StartOfLine(const std::string &line, const cVector2 &size, HALI
 }
 
 // The pen behind the line.
-int cBitmapFont::RenderLine(const std::string &line, int pen, int lineTop, cImage &image)
+int cBitmapFont::RenderLine(const std::string &line, int pen, int lineTop, cCharacters &characters,
+                            cImage &image)
 {
     int previous = noCharacter;
     for (char byte : line) {
         if (pen == 0 && byte == ' ')
             continue;
         const int code = CodeOf(byte);
-        CharInfo &character = mChars[code];
+        CharInfo &character = characters[code];
         const int base = Add(pen, Kerning(character, previous));
         if (character.width == 0) {
             Warn(line);
