@@ -14,7 +14,7 @@ import sys
 
 from report import note, percentile, row, skip
 
-build, work = os.path.abspath(sys.argv[1]), sys.argv[2]
+build, work = (os.path.abspath(path) for path in sys.argv[1:3])
 frames = int(sys.argv[3]) if len(sys.argv) > 3 else 150
 runs = 5
 show = build + "/show"
