@@ -51,12 +51,12 @@ def draw_frames():
         return
     places, drawn, replayed = columns
     seconds = [place / ROWS_A_SECOND for place in places]
-    figure, (axes,) = begin("Time of a frame over the show, 1280 by 720, medians of the paired runs", "ms")
+    figure, (axes,) = begin("Time of a frame, median of the runs", "ms")
     axes.plot(seconds, replayed, color=PEER, linewidth=2.2, alpha=0.55, label="its OpenGL calls replayed bare")
     axes.plot(seconds, drawn, color=OURS, linewidth=1.0, label="drawn by the show")
     axes.set_xlim(0, max(seconds))
     axes.set_ylim(0, None)
-    axes.legend(frameon=False, loc="upper left")
+    axes.legend(frameon=False, loc="lower right", bbox_to_anchor=(1, 0.99), ncol=2)
     save(figure, "frame-time")
 
 
@@ -69,10 +69,11 @@ def draw_clock():
     figure, all_axes = begin(both[0][1], "ms", len(both))
     for axes, (columns, title) in zip(all_axes, both):
         axes.set_title(title, loc="left", fontsize=11)
-        axes.plot(columns[0], columns[2], ".", color=PEER, markersize=1.5, alpha=0.5,
+        axes.plot(columns[0][::4], columns[2][::4], ".", color=PEER, markersize=1.5, alpha=0.5,
                   label="position as the sound library tells it")
         axes.plot(columns[0], columns[1], color=OURS, linewidth=0.9, label="the show's clock")
-        axes.legend(frameon=False, loc="upper left", markerscale=6)
+        axes.set_xlim(0, max(columns[0]))
+        axes.legend(frameon=False, loc="lower right", bbox_to_anchor=(1, 0.99), ncol=2, markerscale=6)
     save(figure, "clock-error")
 
 

@@ -45,9 +45,12 @@ def cells(record):
     what, ours, peer_name, peer, unit, median, low, high, runs, bar = record
     spread = f"{float(low):.3g} to {float(high):.3g}" if int(runs) > 1 else "counted once"
     words = {"<=": "at most ", ">=": "at least "}
+    limit = words.get(bar[:2], "") + bar[2:] if bar != "-" else ""
+    if bar == "<=0":  # a count that has to be none at all has no peer and no ratio
+        return [what, f"{number(ours)} {unit}".strip(), "none", "", spread, "none",
+                verdict(float(median), bar)]
     return [what, f"{number(ours)} {unit}".strip(), f"{peer_name}: {number(peer)} {unit}".strip(),
-            f"{float(median):.3g}", spread, words.get(bar[:2], "") + bar[2:] if bar != "-" else "",
-            verdict(float(median), bar)]
+            f"{float(median):.3g}", spread, limit, verdict(float(median), bar)]
 
 
 HEAD = ["what", "this project", "peer or floor", "ratio", "spread", "bar", ""]
