@@ -36,4 +36,13 @@ void PrintFrameTimes(int count, Draw draw)
     for (const cFrameTime &time : times)
         std::printf("%.2f %.4f %.4f\n", time.mRow, time.mMilliseconds, time.mProcessorMilliseconds);
 }
+
+/// Writes a picture's bytes, three a pixel, for another program to compare; nothing where it can't.
+inline void WritePixels(const char *path, const std::vector<unsigned char> &pixels)
+{
+    if (FILE *file = std::fopen(path, "wb")) {
+        std::fwrite(pixels.data(), 1, pixels.size(), file);
+        std::fclose(file);
+    }
+}
 } // namespace bench

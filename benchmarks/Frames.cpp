@@ -26,10 +26,7 @@ void WritePicture(const bench::cStage &stage, const char *path, double row)
     demo::DrawFrame(stage.GetShow(), row, row / demo::kRowsPerSecond);
     std::vector<unsigned char> pixels(size_t(width) * height * 3);
     glReadPixels(0, 0, width, height, GL_RGB, GL_UNSIGNED_BYTE, pixels.data());
-    if (FILE *file = std::fopen(path, "wb")) {
-        std::fwrite(pixels.data(), 1, pixels.size(), file);
-        std::fclose(file);
-    }
+    bench::WritePixels(path, pixels);
 }
 } // namespace
 

@@ -167,10 +167,7 @@ void WritePicture(SDL_Renderer *renderer, const char *path)
 {
     std::vector<unsigned char> pixels(size_t(width) * height * 3);
     SDL_RenderReadPixels(renderer, nullptr, SDL_PIXELFORMAT_RGB24, pixels.data(), width * 3);
-    if (FILE *file = std::fopen(path, "wb")) {
-        std::fwrite(pixels.data(), 1, pixels.size(), file);
-        std::fclose(file);
-    }
+    bench::WritePixels(path, pixels);
 }
 } // namespace
 

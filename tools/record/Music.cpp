@@ -1,5 +1,7 @@
 #include "tools/record/Music.h"
 
+#include "demo/Show.h"
+
 #include <algorithm>
 #include <cstdio>
 
@@ -7,7 +9,6 @@ namespace record
 {
 namespace
 {
-const char *const musicPath = "data/waiting.mp3";
 const int64_t samplesPerPacket = 1024;
 const double samplesPerSecond = 44100.0;
 // What the encoder must see beyond a packet before the packet no longer changes.
@@ -44,7 +45,7 @@ tArguments cMusic::GetArguments(int64_t firstSample, int64_t sampleCount) const
         "aresample=44100,atrim=start_sample=" + std::to_string(firstSample) +
         ":end_sample=" + std::to_string(firstSample + sampleCount) +
         ",asetpts=PTS-STARTPTS,apad=whole_len=" + std::to_string(sampleCount);
-    return Ffmpeg() + tArguments{"-i", musicPath, "-map", "0:a:0", "-af", filter} +
+    return Ffmpeg() + tArguments{"-i", demo::kMusicFile, "-map", "0:a:0", "-af", filter} +
            Words("-ac 2 -c:a aac -aac_coder fast -b:a 192k -movie_timescale 44100 -f mp4") +
            tArguments{mFile.GetPath()};
 }

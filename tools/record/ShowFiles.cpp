@@ -153,9 +153,10 @@ void CheckShowFiles()
 {
     for (int i = 0; i < demo::TRACK_COUNT; i++)
         CheckTrackFile(TrackFile(demo::eTrack(i)));
-    for (const char *name : {"default.vs", "noise.fs", "plasma.fs"})
-        CheckReadable(std::string("data/shaders/") + name);
-    for (const char *path : {"data/oh1.lwo", "data/oh2.lwo"}) {
+    for (const char *path :
+         {demo::kVertexShaderFile, demo::kNoiseShaderFile, demo::kPlasmaShaderFile})
+        CheckReadable(path);
+    for (const char *path : {demo::kObject1File, demo::kObject2File}) {
         CheckReadable(path);
         CheckObject(path);
     }
@@ -163,8 +164,8 @@ void CheckShowFiles()
 
 void CheckPrograms(const demo::cAssets &assets)
 {
-    CheckProgram(assets.mNoiseProgram, "data/shaders/noise.fs");
-    CheckProgram(assets.mPlasmaProgram, "data/shaders/plasma.fs");
+    CheckProgram(assets.mNoiseProgram, demo::kNoiseShaderFile);
+    CheckProgram(assets.mPlasmaProgram, demo::kPlasmaShaderFile);
 }
 
 void CheckRow(const demo::cShow &show, double row)
@@ -175,9 +176,9 @@ void CheckRow(const demo::cShow &show, double row)
     CheckLyric(show, row);
     GetIndex(show, demo::OBJECT_NUM, row, 2);
     if (GetIndex(show, demo::TUNNEL_TEXTURE, row, INT_MAX) >= 0)
-        CheckPicture(show.mAssets.mTunnelTexture, "data/tex9.png", row);
+        CheckPicture(show.mAssets.mTunnelTexture, demo::kTunnelFile, row);
     if (sync_get_val(show.mTracks[demo::IMAGE_ZEMLOGO], row) > 0.0f)
-        CheckPicture(show.mAssets.mLogo, "data/zemlogo.png", row);
-    CheckPicture(show.mAssets.mVignette, "data/vignette1.png", row); // always drawn
+        CheckPicture(show.mAssets.mLogo, demo::kLogoFile, row);
+    CheckPicture(show.mAssets.mVignette, demo::kVignetteFile, row); // always drawn
 }
 } // namespace record
