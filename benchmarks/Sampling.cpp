@@ -13,7 +13,7 @@ namespace
 {
 const int trackCount = 22;
 const double rowsPerFrame = 17.6 / 60.0;
-const int pairCount = 31; // short ones: what else the machine does meets both alike
+const int pairCount = 101; // short ones: what else the machine does meets both alike
 const int framesPerMeasure = 4000;
 
 struct cTracks

@@ -1,20 +1,23 @@
 #!/usr/bin/env bash
 # The recorder beside what it is made of: four seconds of the show, at the size and rate that it has unless
-# told otherwise, recorded, only drawn and read back, only encoded, and recorded as two parts side by side.
-# In each round all four run in turn.
+# told otherwise, recorded, only drawn and read back, and only encoded; and twelve seconds recorded whole
+# and as two parts side by side, so that what each program needs to start counts as little as in a show.
+# In each round all run in turn.
 #
 #   benchmarks/record.sh BUILD [ROUNDS]      the build folder; 5 rounds unless said
 #
 # Mesa's software renderer draws on every core that there is, so that drawing and encoding ask for the
 # same two. LP_NUM_THREADS=0 has it draw on one: the case in which a core is left for the encoder, or for
-# another part, as a graphics card leaves them. Both are measured.
+# another part, as a graphics card leaves them. Both are measured; the parts only where a core is left.
 set -euo pipefail
 program=$(realpath "$1/bin/vyr-record")
 rounds=${2:-5}
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
-range=(--show "$1/show" --from 1760 --to 1830.4)
+short=(--show "$1/show" --from 1760 --to 1830.4)
+long=(--show "$1/show" --from 1760 --to 1971.2)
 frames=240
+longFrames=720
 
 # timed COMMAND...: sets `wall` and `processor`, its seconds by the clock and by the processor's count
 timed() {
@@ -26,12 +29,13 @@ timed() {
     processor=$(awk -v a="$user" -v b="$system" 'BEGIN { print a + b }')
 }
 
-record() { "$program" "${range[@]}" -o "$work/whole.mp4"; }
-draw() { "$program" "${range[@]}" --manifest "$work/manifest"; }
+record() { "$program" "${short[@]}" -o "$work/whole.mp4"; }
+draw() { "$program" "${short[@]}" --manifest "$work/manifest"; }
+whole() { "$program" "${long[@]}" -o "$work/whole.mp4"; }
 parts() {
-    "$program" "${range[@]}" --part 1/2 -o "$work/part1.mp4" &
+    "$program" "${long[@]}" --part 1/2 -o "$work/part1.mp4" &
     local first=$!
-    "$program" "${range[@]}" --part 2/2 -o "$work/part2.mp4"
+    "$program" "${long[@]}" --part 2/2 -o "$work/part2.mp4"
     wait "$first"
 }
 
@@ -55,32 +59,54 @@ SCRIPT
 }
 encode() { ffmpeg "${arguments[@]}" "$work/encoded.mp4" <"$work/frames"; }
 
-per_second() { awk -v frames=$frames -v s="$1" 'BEGIN { printf "%.3f", frames / s }'; }
+# per_second FRAMES SECONDS
+per_second() { awk -v frames="$1" -v s="$2" 'BEGIN { printf "%.3f", frames / s }'; }
 slower() { printf '%s\n' "$@" | sort -g | tail -n 1; }
 
-# measure CASE BAR-OF-THE-PARTS
-measure() {
+# measure_overlap CASE
+measure_overlap() {
     : >"$work/overlap"
-    : >"$work/parts"
     : >"$work/processor"
     local recorded drawn encoded used
     for ((round = 0; round < rounds; round++)); do
         timed record && recorded=$wall used="$wall $processor"
         timed draw && drawn=$wall used="$used $processor"
         timed encode && encoded=$wall used="$used $processor"
-        timed parts && used="$used $processor"
-        echo "$(per_second "$recorded") $(per_second "$(slower "$drawn" "$encoded")")" >>"$work/overlap"
-        echo "$(per_second "$wall") $(per_second "$recorded")" >>"$work/parts"
+        echo "$(per_second $frames "$recorded") $(per_second $frames "$(slower "$drawn" "$encoded")")" \
+            >>"$work/overlap"
         echo "$used" >>"$work/processor"
     done
     benchmarks/row "recorded, $1" "the slower of drawn only and encoded only" frames/s ">=0.9" \
         <"$work/overlap"
-    benchmarks/row "two parts side by side, $1" "the whole" frames/s "$2" <"$work/parts"
-    awk -v what="$1" -v cores="$(nproc)" -f benchmarks/record.awk "$work/processor"
+    awk -v what="$1" -v cores="$(nproc)" '
+        { wall += $1; recorded += $2; drawn += $3; encoded += $4 }
+        END { printf "note\t%s, processor seconds: recorded %.2f, drawn only %.2f, encoded only %.2f; " \
+                     "recording keeps %.2f of %d cores busy\n",
+                     what, recorded / NR, drawn / NR, encoded / NR, recorded / wall, cores }
+        ' "$work/processor"
+}
+
+# measure_parts CASE
+measure_parts() {
+    : >"$work/parts"
+    : >"$work/processor"
+    local recorded
+    for ((round = 0; round < rounds; round++)); do
+        timed whole && recorded=$wall
+        timed parts
+        echo "$(per_second $longFrames "$wall") $(per_second $longFrames "$recorded")" >>"$work/parts"
+        echo "$recorded $processor" >>"$work/processor"
+    done
+    benchmarks/row "two parts side by side, $1" "the whole" frames/s ">=1.6" <"$work/parts"
+    awk -v what="$1" -v cores="$(nproc)" '
+        { whole += $1; parts += $2 }
+        END { printf "note\t%s: two parts that keep all cores busy would be %.2f times as fast as the whole\n",
+                     what, whole * cores / parts }' "$work/processor"
 }
 
 keep_frames
 export LP_NUM_THREADS=0
-measure "drawing on one core" ">=1.6"
+measure_overlap "drawing on one core"
+measure_parts "drawing on one core"
 unset LP_NUM_THREADS
-measure "drawing on every core" "-"
+measure_overlap "drawing on every core"
