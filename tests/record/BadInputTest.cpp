@@ -159,6 +159,19 @@ TEST_F(BrokenShow, NamesTheFileAndTheReason)
     ExpectNamed("sync_object:num.track", far + std::string(1, '\0'), "100");
 }
 
+TEST_F(BrokenShow, TrackThatIsMissingIsNamedAndZero)
+{
+    const fs::path show = Folder() / "incomplete";
+    fs::copy(Folder() / "show", show, fs::copy_options::recursive);
+    fs::remove(show / "sync_fade:plasma.track");
+    const test::cProcessResult result = test::Run({VYR_RECORD, "--show", "incomplete", "--size",
+                                                   "64x36", "--still", "100", "-o", "still.png"},
+                                                  Folder());
+    EXPECT_EQ(result.mStatus, 0);
+    EXPECT_EQ(result.mErrors, "vyr-record: not there, so 0 throughout: sync_fade:plasma.track\n");
+    EXPECT_TRUE(Exists("still.png"));
+}
+
 TEST_F(BadInput, WordsThatCannotBeReadAreNamed)
 {
     const tWords words = kSmall + tWords{"--from", "256", "--to", "352", "-o", "a.mp4", "--lyrics"};

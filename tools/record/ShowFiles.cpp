@@ -10,6 +10,7 @@
 #include <climits>
 #include <fstream>
 #include <initializer_list>
+#include <iostream>
 #include <memory>
 
 namespace fs = std::filesystem;
@@ -79,6 +80,20 @@ void CheckTrackFile(const std::string &path)
         throw cFailure(path + ": " + error);
     if (const char *fault = FindTrackFault(bytes))
         throw cFailure(path + ": " + fault);
+}
+
+// The show plays without them. Whoever made it hardly meant that.
+void WarnOfMissingTracks()
+{
+    std::string missing;
+    for (int i = 0; i < demo::TRACK_COUNT; i++) {
+        const std::string file = TrackFile(demo::eTrack(i));
+        std::error_code ignored;
+        if (!fs::exists(file, ignored))
+            missing += (missing.empty() ? "" : ", ") + file;
+    }
+    if (!missing.empty())
+        std::cerr << "vyr-record: not there, so 0 throughout: " << missing << '\n';
 }
 
 void CheckProgram(unsigned int program, const char *path)
@@ -153,6 +168,7 @@ void CheckShowFiles()
 {
     for (int i = 0; i < demo::TRACK_COUNT; i++)
         CheckTrackFile(TrackFile(demo::eTrack(i)));
+    WarnOfMissingTracks();
     for (const char *path :
          {demo::kVertexShaderFile, demo::kNoiseShaderFile, demo::kPlasmaShaderFile})
         CheckReadable(path);

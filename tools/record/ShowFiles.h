@@ -15,7 +15,7 @@ std::filesystem::path FindShow(const std::string &asked);
 // throws cFailure, which names the file, when something can't be used.
 
 /// The tracks, shaders and objects in the working directory are there and well formed. A track may
-/// be missing: it is 0 throughout.
+/// be missing: it is 0 throughout, which a line on standard error says.
 void CheckShowFiles();
 /// The shaders, once loaded, were compiled and linked.
 void CheckPrograms(const demo::cAssets &assets);
