@@ -7,6 +7,7 @@
 #include "fuzz/Fuzz.h"
 #include "tools/record/Failure.h"
 #include "tools/record/Options.h"
+#include "tools/tracks/CommandLine.h"
 
 #include <algorithm>
 #include <cstdio>
@@ -18,8 +19,6 @@
 #include <vector>
 
 namespace fs = std::filesystem;
-
-int VyrTracksMain(int argc, char **argv); // tools/tracks/main.cpp under another name
 
 namespace
 {
@@ -107,7 +106,7 @@ int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
     }
     if (text.find('/') != std::string::npos)
         return 0; // no argument leads out of the folder
-    const int status = VyrTracksMain(count, arguments.data());
+    const int status = tracks::RunCommandLine(count, arguments.data());
     FUZZ_EXPECT(status >= 0 && status <= 2);
     return 0;
 }

@@ -3,8 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <map>
-#include <regex>
 #include <set>
 
 namespace fs = std::filesystem;
@@ -23,10 +23,12 @@ struct cRule
     Names mLibraries; ///< first part of the path between <>: "epoxy", "tinyxml.h"
 };
 
-Names Split(const std::string &list)
+Names Split(std::string list)
 {
+    std::ranges::replace_if(
+        list, [](char c) { return c == '`' || c == ','; }, ' ');
     Names names;
-    std::istringstream words(std::regex_replace(list, std::regex("[`,]"), " "));
+    std::istringstream words(list);
     for (std::string word; words >> word;)
         names.insert(word);
     return names;
@@ -60,10 +62,15 @@ struct cInclude
 
 void AddIncludes(const fs::path &file, std::vector<cInclude> &includes)
 {
-    const std::string text = test::ReadFile(file), name = fs::relative(file, root).string();
-    const std::regex line("(?:^|\n)#include ([<\"])([^>\"]+)");
-    for (std::sregex_iterator i(text.begin(), text.end(), line), end; i != end; ++i)
-        includes.push_back({name, (*i)[2], (*i)[1] == "<"});
+    constexpr std::string_view directive = "#include ";
+    const std::string name = fs::relative(file, root).string();
+    std::istringstream lines(test::ReadFile(file));
+    for (std::string line; std::getline(lines, line);) {
+        if (!line.starts_with(directive))
+            continue;
+        const std::size_t begin = directive.size() + 1, end = line.find_first_of(">\"", begin);
+        includes.push_back({name, line.substr(begin, end - begin), line[begin - 1] == '<'});
+    }
 }
 
 bool IsSource(const fs::path &file)
@@ -83,8 +90,9 @@ std::vector<cInclude> ReadIncludes(const std::string &folder)
 // Headers of the language and the system are everybody's.
 bool IsOfTheSystem(const std::string &name)
 {
-    static const std::regex system("[a-z_]+|(fcntl|unistd|spawn|signal|poll)\\.h|sys/.*");
-    return std::regex_match(name, system);
+    static const Names system{"fcntl.h", "unistd.h", "spawn.h", "signal.h", "poll.h"};
+    const bool isOfTheLanguage = name.find_first_of("./") == std::string::npos;
+    return isOfTheLanguage || system.count(name) || name.starts_with("sys/");
 }
 
 std::string Library(const std::string &name) { return name.substr(0, name.find('/')); }

@@ -3,7 +3,6 @@
 
 #include <gtest/gtest.h>
 
-#include <regex>
 #include <set>
 
 namespace
@@ -12,10 +11,12 @@ using Options = std::set<std::string>;
 
 Options LongOptions(const std::string &text)
 {
-    const std::regex option("--[a-z][a-z-]*");
     Options options;
-    for (std::sregex_iterator i(text.begin(), text.end(), option), end; i != end; ++i)
-        options.insert(i->str());
+    for (std::size_t i = text.find("--"), end; i != std::string::npos; i = text.find("--", end)) {
+        end = text.find_first_not_of("-abcdefghijklmnopqrstuvwxyz", i);
+        options.insert(text.substr(i, end - i));
+    }
+    options.erase("--"); // a dash of the prose
     return options;
 }
 
@@ -30,8 +31,9 @@ std::string HelpOf(const std::string &program, const std::vector<std::string> &a
 // A manual page writes a dash of an option as \-.
 std::string PageOf(const std::string &program)
 {
-    const std::string source = test::ReadFile(VYR_SOURCE_DIR "/packaging/man/" + program + ".1.in");
-    return std::regex_replace(source, std::regex("\\\\-"), "-");
+    std::string page = test::ReadFile(VYR_SOURCE_DIR "/packaging/man/" + program + ".1.in");
+    std::erase(page, '\\');
+    return page;
 }
 
 TEST(Manual, RecorderPageNamesTheOptionsThatItHas)
