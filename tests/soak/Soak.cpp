@@ -33,6 +33,7 @@ bool Report(bool isGood, const char *what)
 
 int main(int argc, char **argv)
 {
+    std::setvbuf(stdout, nullptr, _IOLBF, 0); // a line is there when it happens, in a log too
     const std::string part = argc > 2 ? argv[1] : "";
     const std::filesystem::path show = std::filesystem::absolute(argc > 2 ? argv[2] : ".");
     if ((part == "play" || part == "memory") && argc == 3)
