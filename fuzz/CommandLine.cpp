@@ -4,10 +4,10 @@
 //
 // Promises: what the recorder accepts makes sense; vyr-tracks ends with one of its three statuses.
 
+#include "tools/tracks/CommandLine.h"
 #include "fuzz/Fuzz.h"
 #include "tools/record/Failure.h"
 #include "tools/record/Options.h"
-#include "tools/tracks/CommandLine.h"
 
 #include <algorithm>
 #include <cstdio>

@@ -32,8 +32,7 @@ void AddCommands(CLI::App &app, cOptions &options, int &status)
     AddFolder(dump, options);
     dump->add_option("-o", options.mOutput, "file for the text (default: standard output)");
 
-    CLI::App *sample =
-        Add(app, "sample", "values of one track as CSV", RunSample, options, status);
+    CLI::App *sample = Add(app, "sample", "values of one track as CSV", RunSample, options, status);
     AddFolder(sample, options);
     sample->add_option("NAME", options.mTrack, "the track")->required();
     sample->add_option("FROM", options.mFrom, "first time: rows, bars:beats:rows or 43.6s")
@@ -42,8 +41,7 @@ void AddCommands(CLI::App &app, cOptions &options, int &status)
     sample->add_option("STEP", options.mStep, "time between two values")->required();
     sample->add_option("-o", options.mOutput, "file for the values (default: standard output)");
 
-    CLI::App *plot =
-        Add(app, "plot", "a page with all tracks, as SVG", RunPlot, options, status);
+    CLI::App *plot = Add(app, "plot", "a page with all tracks, as SVG", RunPlot, options, status);
     AddFolder(plot, options);
     plot->add_option("-o", options.mOutput, "the page")->required();
     plot->add_option("--track", options.mTrack, "a page for this track alone");
@@ -51,8 +49,7 @@ void AddCommands(CLI::App &app, cOptions &options, int &status)
     plot->add_option("--lyrics", options.mLyrics, "the words, NUMBER TEXT a line");
     plot->add_option("--music", options.mMusic, "the music (default: DIR/data/waiting.mp3)");
 
-    CLI::App *captions =
-        Add(app, "captions", "the words as WebVTT", RunCaptions, options, status);
+    CLI::App *captions = Add(app, "captions", "the words as WebVTT", RunCaptions, options, status);
     AddFolder(captions, options);
     captions->add_option("--lyrics", options.mLyrics, "the words, NUMBER TEXT a line")->required();
     captions->add_option("-o", options.mOutput, "the WebVTT file")->required();
