@@ -47,7 +47,8 @@ std::string MakePoints(int side)
 {
     std::string body;
     for (int i = 0; i < side * side; i++) {
-        const float x = float(i % side), y = float(i / side);
+        const int column = i % side, row = i / side;
+        const float x = float(column), y = float(row);
         body += lwo2::F4(x) + lwo2::F4(y) + lwo2::F4(std::sin(0.3f * x) * std::cos(0.2f * y));
     }
     return lwo2::Chunk("PNTS", body);
@@ -56,9 +57,11 @@ std::string MakePoints(int side)
 std::string MakeTexCoords(int side)
 {
     std::string body = "TXUV" + lwo2::U2(2) + lwo2::S0("map");
-    for (int i = 0; i < side * side; i++)
-        body += lwo2::U2(i) + lwo2::F4(float(i % side) / float(side)) +
-                lwo2::F4(float(i / side) / float(side));
+    for (int i = 0; i < side * side; i++) {
+        const int column = i % side, row = i / side;
+        body += lwo2::U2(i) + lwo2::F4(float(column) / float(side)) +
+                lwo2::F4(float(row) / float(side));
+    }
     return lwo2::Chunk("VMAP", body);
 }
 
@@ -191,7 +194,7 @@ public:
 
     std::string Write(const std::string &name, const std::string &bytes) const
     {
-        const std::string path = mFolder / name;
+        std::string path = mFolder / name;
         std::ofstream(path, std::ios::binary) << bytes;
         return path;
     }

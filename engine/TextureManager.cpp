@@ -9,6 +9,7 @@
 #include <cstdlib>
 #include <cstring>
 #include <new>
+#include <utility>
 
 namespace vyr
 {
@@ -130,7 +131,7 @@ int cTextureManager::LoadTexture(std::string path, bool keepPixels)
     UploadImage(image);
 
     texture.mFromFile = true;
-    texture.mName = path;
+    texture.mName = std::move(path);
     texture.mSize = {float(image.mWidth), float(image.mHeight)};
     if (keepPixels) {
         texture.mPixels = CopyPixels(image);
@@ -145,7 +146,7 @@ int cTextureManager::CreateTexture(std::string name, int width, int height, bool
                                    bool depth)
 {
     cTexture texture;
-    texture.mName = name;
+    texture.mName = std::move(name);
     texture.mHandle = GenerateTexture();
     if (allocate) {
         texture.mSize = {float(width), float(height)};

@@ -38,11 +38,9 @@ void SoundClock::Observe(double now, double heard)
         return; // between two blocks
     mLastHeard = heard;
     mLine.floor = At(now);
-    if (!mIsAnchored)
-        Anchor(now, heard);
-    else if (std::abs(GetEarliness({now, heard})) <= stallSeconds)
+    if (mIsAnchored && std::abs(GetEarliness({now, heard})) <= stallSeconds)
         Follow(now, heard);
-    else if (mHasStray)
+    else if (!mIsAnchored || mHasStray)
         Anchor(now, heard);
     else
         mHasStray = true; // devices have slips of the tongue: the next one tells

@@ -163,7 +163,8 @@ void SoundOpenALVoice::DropHeard(int count)
         if (buffer == 0)
             return; // the device is gone
         alGetBufferi(buffer, AL_SIZE, &bytes);
-        mDroppedFrames += bytes / 4;
+        const int frames = bytes / 4;
+        mDroppedFrames += frames;
         mFree[mFreeCount++] = buffer;
     }
 }
@@ -173,7 +174,8 @@ bool SoundOpenALVoice::Queue(std::span<const int16_t> samples)
     ALuint buffer = mFree[--mFreeCount];
     alBufferData(buffer, AL_FORMAT_STEREO16, samples.data(), ALsizei(samples.size_bytes()), mRate);
     alSourceQueueBuffers(mSource, 1, &buffer);
-    mProgress.limitFrames += double(samples.size() / 2);
+    const size_t frames = samples.size() / 2;
+    mProgress.limitFrames += double(frames);
     return IsPlaying() || Start();
 }
 

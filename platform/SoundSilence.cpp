@@ -21,7 +21,8 @@ bool SoundSilence::Queue(std::span<const int16_t> samples)
     // What comes too late is heard from now on, not from when it was due.
     const double earliestStart = mOutput.GetHeardSeconds() - mProgress.limitFrames / mRate;
     mProgress.startSeconds = std::max(mProgress.startSeconds, earliestStart);
-    mProgress.limitFrames += double(samples.size() / 2);
+    const size_t frames = samples.size() / 2;
+    mProgress.limitFrames += double(frames);
     return true;
 }
 } // namespace platform
