@@ -58,7 +58,8 @@ FMOD_RESULT Note(const char *call, const char *text)
 
 FMOD_RESULT FMOD_System_Create(FMOD_SYSTEM **system)
 {
-    *system = &theSystem;
+    if (system)
+        *system = &theSystem;
     return ResultOf("System_Create");
 }
 

@@ -55,6 +55,17 @@ TEST_F(Recording, TwiceIsTheSame)
     EXPECT_EQ(Manifest(ten), first);
 }
 
+// The other tests ask for the software renderer; a user does not, and gets the graphics card where
+// there is one.
+TEST_F(Recording, FindsItsOwnWayToDraw)
+{
+    const test::cProcessResult result =
+        test::Run({"env", "-u", "LIBGL_ALWAYS_SOFTWARE", VYR_RECORD, "--show", "show", "--size",
+                   "64x36", "--still", "100", "-o", "found.png"},
+                  Folder());
+    EXPECT_EQ(result.mStatus, 0) << result.mErrors;
+}
+
 TEST_F(Recording, PartsAreTheWhole)
 {
     // through the tunnel, whose depth comes from the frame before
