@@ -89,8 +89,8 @@ TEST_F(FontLoading, WhatIsNoXmlIsNotFound)
                                   "\xEF\xBB",
                                   "<\xEF",
                                   "<font>&#x",
-                                  "\xFF\xFE<\0f\0o\0n\0t\0/\0>\0",
-                                  std::string("<font a=\"\0\"><b/></font>", 24),
+                                  std::string("\xFF\xFE<\0f\0o\0n\0t\0/\0>\0", 16),
+                                  std::string("<font a=\"\0\"><b/></font>", 23),
                                   std::string("<?xml\0 ?><font/>", 16)};
     for (const std::string &xml : broken) {
         const cOpenFont font = LoadText(xml);
