@@ -55,9 +55,9 @@ INSTANTIATE_TEST_SUITE_P(All, ExampleWindow,
 
 TEST(ExampleWithoutADisplay, SaysSoAndFails)
 {
+    const std::string sprite = VYR_BINARY_DIR "/examples/example-sprite";
     const test::cProcessResult result =
-        test::Run({"/usr/bin/env", "-u", "DISPLAY", "-u", "WAYLAND_DISPLAY",
-                   VYR_BINARY_DIR "/examples/example-sprite"});
+        test::Run({"env", "-u", "DISPLAY", "-u", "WAYLAND_DISPLAY", sprite});
     EXPECT_EQ(result.mStatus, 1);
     EXPECT_EQ(std::count(result.mErrors.begin(), result.mErrors.end(), '\n'), 1) << result.mErrors;
 }

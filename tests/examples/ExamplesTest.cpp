@@ -4,6 +4,7 @@
 #include "sync/data.h"
 
 #include <epoxy/gl.h>
+#include <gmock/gmock.h>
 
 #include <algorithm>
 #include <cctype>

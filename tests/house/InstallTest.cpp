@@ -42,7 +42,7 @@ const std::string programs = "add_executable(player player.cpp)\n"
 fs::path WriteGuest(const std::string &name, const std::string &finding,
                     const std::string &targets = programs)
 {
-    const fs::path folder = house::FreshFolder(name);
+    fs::path folder = house::FreshFolder(name);
     test::WriteFile(folder / "CMakeLists.txt", header + finding + targets);
     test::WriteFile(folder / "player.cpp", playerSource);
     test::WriteFile(folder / "picture.cpp", pictureSource);

@@ -17,7 +17,7 @@ std::string Transcript(const test::cProcessResult &result)
 
 fs::path FreshFolder(const std::string &name)
 {
-    const fs::path folder = fs::path(VYR_BINARY_DIR) / "tests/house/scratch" / name;
+    fs::path folder = fs::path(VYR_BINARY_DIR) / "tests/house/scratch" / name;
     fs::remove_all(folder);
     fs::create_directories(folder);
     return folder;
