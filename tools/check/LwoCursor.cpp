@@ -36,7 +36,7 @@ std::string cLwoCursor::S0()
         mIsShort = true;
         return std::string(Take(Left()));
     }
-    const std::string text(Take(end - mPosition));
+    std::string text(Take(end - mPosition));
     Take(text.size() % 2 == 0 ? 2 : 1);
     return text;
 }

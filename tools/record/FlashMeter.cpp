@@ -113,7 +113,7 @@ cFlashMeter::cFlashMeter(int width, int height, const cFrameRate &rate)
     mFieldRows = std::clamp(int(std::lround(fieldHeight / cell)), 1, mRows);
     mCellsInField = fieldWidth * fieldHeight / (cell * cell);
     mCells.resize(size_t(mColumns) * size_t(mRows));
-    mSums.resize(size_t(mColumns + 1) * size_t(mRows + 1));
+    mSums.resize((size_t(mColumns) + 1) * (size_t(mRows) + 1));
     for (int i = 0; i < 256; i++)
         mLinear[size_t(i)] = ToLinear(i);
 }
@@ -157,7 +157,7 @@ bool cFlashMeter::Watch(const cDrawnFrame &frame, bool (&hasChanged)[2])
 // ends with `frame`.
 double cFlashMeter::LargestField(bool red, int transitions, int64_t frame)
 {
-    const size_t stride = size_t(mColumns + 1);
+    const size_t stride = size_t(mColumns) + 1;
     for (size_t row = 0; row < size_t(mRows); row++)
         for (size_t column = 0; column < size_t(mColumns); column++) {
             const cCell &cell = mCells[row * size_t(mColumns) + column];

@@ -46,7 +46,7 @@ void AverageArea(const cPicture &picture, const cSpan &across, const cSpan &down
         }
     }
     for (int i = 0; i < 4; i++)
-        out[i] = uint8_t(sums[i] / weights + 0.5);
+        out[i] = uint8_t(std::lround(sums[i] / weights));
 }
 
 struct cPngFile

@@ -1,5 +1,6 @@
 #include "tools/record/Progress.h"
 
+#include <cmath>
 #include <cstdio>
 #include <unistd.h>
 
@@ -31,7 +32,7 @@ std::string cProgress::Describe(const cFrameRange &range, int64_t frame, double 
 {
     const int64_t done = frame + 1 - range.mFirst;
     const double rate = seconds > 0.0 ? double(done) / seconds : 0.0;
-    const long left = rate > 0.0 ? long(double(range.Count() - done) / rate + 0.5) : 0;
+    const long left = rate > 0.0 ? std::lround(double(range.Count() - done) / rate) : 0;
     char line[160];
     std::snprintf(line, sizeof line,
                   "frame %lld/%lld  row %.1f  %d %%  %.1f frames/s  %ld:%02ld left",

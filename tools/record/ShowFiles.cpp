@@ -154,10 +154,10 @@ fs::path FindShow(const std::string &asked)
     if (!asked.empty())
         return asked;
     std::error_code ignored;
-    const fs::path own = fs::read_symlink("/proc/self/exe", ignored).parent_path();
+    fs::path own = fs::read_symlink("/proc/self/exe", ignored).parent_path();
     if (HasShow(own))
         return own;
-    const fs::path current = fs::current_path(ignored);
+    fs::path current = fs::current_path(ignored);
     if (!HasShow(current))
         throw cFailure("no show in " + own.string() + " or " + current.string() +
                        ": neither has a data folder; name the show's with --show DIR");
