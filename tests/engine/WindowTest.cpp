@@ -125,7 +125,8 @@ TEST_F(Window, CaptionCanBeChanged)
 // The size is kept although there is no window.
 TEST(WindowWithoutDisplay, InitIsFalse)
 {
-    const std::string display = getenv("DISPLAY");
+    const char *now = getenv("DISPLAY");
+    const std::string display = now ? now : "";
     setenv("DISPLAY", ":nowhere", 1);
     vyr::cRenderer renderer;
     testing::internal::CaptureStderr();
