@@ -12,7 +12,7 @@
 #include <cfloat>
 #include <cmath>
 #include <cstring>
-#include <string>
+#include <vector>
 
 namespace
 {
@@ -166,21 +166,22 @@ void Sample(const sync_track &track)
 // Written again
 // ------------------------------------------------------------------------------------
 
-void Append(std::string &bytes, uint32_t number)
+uint8_t *Append(uint8_t *end, uint32_t number)
 {
     for (int shift = 0; shift < 32; shift += 8)
-        bytes.push_back(char(number >> shift & 0xFF));
+        *end++ = uint8_t(number >> shift);
+    return end;
 }
 
-std::string Write(const sync_track &track)
+std::vector<uint8_t> Write(const sync_track &track)
 {
-    std::string bytes;
-    Append(bytes, uint32_t(track.num_keys));
-    Append(bytes, 0xDEADBEEF);
+    std::vector<uint8_t> bytes(8 + 9 * size_t(track.num_keys));
+    uint8_t *end = Append(bytes.data(), uint32_t(track.num_keys));
+    end = Append(end, 0xDEADBEEF);
     for (int i = 0; i < track.num_keys; i++) {
-        Append(bytes, uint32_t(track.keys[i].row));
-        Append(bytes, std::bit_cast<uint32_t>(track.keys[i].value));
-        bytes.push_back(char(track.keys[i].type));
+        end = Append(end, uint32_t(track.keys[i].row));
+        end = Append(end, std::bit_cast<uint32_t>(track.keys[i].value));
+        *end++ = uint8_t(track.keys[i].type);
     }
     return bytes;
 }
@@ -189,9 +190,8 @@ void ExpectTheSameWhenWrittenAgain(sync_device *device, const sync_track &track)
 {
     if (track.num_keys < 0 || track.num_keys > 512 || (track.num_keys > 0 && !track.keys))
         return;
-    const std::string bytes = Write(track);
-    const sync_track *again =
-        Load(device, "again", reinterpret_cast<const uint8_t *>(bytes.data()), bytes.size());
+    const std::vector<uint8_t> bytes = Write(track);
+    const sync_track *again = Load(device, "again", bytes.data(), bytes.size());
     FUZZ_EXPECT(again->num_keys == track.num_keys);
     if (track.num_keys > 0)
         FUZZ_EXPECT(
