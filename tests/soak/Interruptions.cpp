@@ -115,8 +115,17 @@ double WorstDistance(const test::cScreen &screen, const fs::path &wave)
     return worst;
 }
 
+// Answers whether the show was interrupted at all.
+using tInterruption = std::function<bool(test::cScreen &, test::cProcess &)>;
+
+bool IsAwayAfterASecond(const test::cScreen &screen)
+{
+    Sleep(1.0);
+    return !screen.IsShown();
+}
+
 bool PlayInterrupted(const fs::path &demo, const fs::path &folder, const char *what,
-                     const std::function<void(test::cScreen &, test::cProcess &)> &interrupt)
+                     const tInterruption &interrupt)
 {
     fs::remove(folder / "heard.wav");
     test::cScreen screen;
@@ -125,47 +134,53 @@ bool PlayInterrupted(const fs::path &demo, const fs::path &folder, const char *w
     if (!screen.WaitForWindow("Demo"))
         return Report(false, "a window appears");
     Sleep(3.0);
-    interrupt(screen, program);
+    const bool wasInterrupted = interrupt(screen, program);
     const double worst = WorstDistance(screen, folder / "heard.wav");
     screen.PressEscape();
     const test::cProcessResult result = program.Wait(5.0);
     std::printf("       %s: picture and sound %.0f ms apart at most, status %d\n%s", what,
                 worst * 1000.0, result.mStatus, result.mErrors.c_str());
-    return Report(worst <= mostApart && result.mStatus == 0, what);
+    return Report(wasInterrupted && worst <= mostApart && result.mStatus == 0, what);
 }
 } // namespace
 
 bool PlayWithInterruptions(const fs::path &show)
 {
+    using test::cProcess, test::cScreen;
     const test::cTemporaryFolder folder;
     WriteTimedShow(folder.Path());
-    const fs::path demo = show / "demo";
-    using test::cProcess, test::cScreen;
-    bool isGood = PlayInterrupted(demo, folder.Path(), "left alone", [](cScreen &, cProcess &) {});
-    // What a window manager does to a window that is minimised, or on a desktop that is not shown.
-    isGood = PlayInterrupted(demo, folder.Path(), "minimised for a second",
-                             [](cScreen &screen, cProcess &) {
-                                 screen.Unmap();
-                                 Sleep(1.0);
-                                 screen.Map();
-                             }) &&
-             isGood;
-    isGood = PlayInterrupted(demo, folder.Path(), "on another desktop for a second",
-                             [](cScreen &screen, cProcess &) {
-                                 screen.MoveTo(-10000, 0);
-                                 Sleep(1.0);
-                                 screen.MoveTo(0, 0);
-                             }) &&
-             isGood;
-    isGood = PlayInterrupted(demo, folder.Path(), "covered for a second",
-                             [](cScreen &screen, cProcess &) { screen.Cover(1.0); }) &&
-             isGood;
-    return PlayInterrupted(demo, folder.Path(), "stopped for a second",
-                           [](cScreen &, cProcess &program) {
-                               program.Signal(SIGSTOP);
-                               Sleep(1.0);
-                               program.Signal(SIGCONT);
-                           }) &&
-           isGood;
+    const cProcess manager({"openbox", "--sm-disable"}, folder.Path(),
+                           {"HOME=" + folder.Path().string()});
+    if (!cScreen().WaitForWindowManager())
+        return Report(false, "openbox, the window manager, starts");
+    bool isGood = true;
+    const auto play = [&](const char *what, const tInterruption &interrupt) {
+        isGood = PlayInterrupted(show / "demo", folder.Path(), what, interrupt) && isGood;
+    };
+    play("left alone", [](cScreen &, cProcess &) { return true; });
+    play("minimised for a second", [](cScreen &screen, cProcess &) {
+        screen.Minimise();
+        const bool wasAway = IsAwayAfterASecond(screen);
+        screen.Activate();
+        return wasAway;
+    });
+    play("on another desktop for a second", [](cScreen &screen, cProcess &) {
+        screen.SendToDesktop(1);
+        const bool wasAway = IsAwayAfterASecond(screen);
+        screen.SendToDesktop(0);
+        screen.Activate();
+        return wasAway;
+    });
+    play("covered for a second", [](cScreen &screen, cProcess &) {
+        screen.Cover(1.0);
+        return true;
+    });
+    play("stopped for a second", [](cScreen &, cProcess &program) {
+        program.Signal(SIGSTOP);
+        Sleep(1.0);
+        program.Signal(SIGCONT);
+        return true;
+    });
+    return isGood;
 }
 } // namespace soak

@@ -3,7 +3,7 @@
 //     soak play SHOW-FOLDER             one whole play
 //     soak memory SHOW-FOLDER           the same, whose memory must not grow
 //     soak escape SHOW-FOLDER COUNT     COUNT plays, each ended with Escape
-//     soak interrupt SHOW-FOLDER        unmapped, covered, stopped
+//     soak interrupt SHOW-FOLDER        minimised, sent to another desktop, covered, stopped
 //
 // On a display; scripts/soak brings one.
 

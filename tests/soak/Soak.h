@@ -24,7 +24,8 @@ bool PlayWhole(const std::filesystem::path &show, bool mayNotGrow);
 /// `count` plays, each ended with Escape at a random moment: status 0 within 100 ms.
 bool PlayUntilEscape(const std::filesystem::path &show, int count);
 
-/// A small show whose picture and sound both tell their time, played by the program in `show`; it
-/// is unmapped, moved away, covered, and stopped, and has to be in step again 0.2 s later.
+/// A small show whose picture and sound both tell their time, played by the program in `show` under
+/// a window manager (openbox); it is minimised, sent to another desktop, covered, and stopped, and
+/// has to be in step again 0.2 s later.
 bool PlayWithInterruptions(const std::filesystem::path &show);
 } // namespace soak

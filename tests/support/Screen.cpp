@@ -4,6 +4,7 @@
 #include <stdexcept>
 #include <thread>
 
+#include <X11/Xatom.h>
 #include <X11/Xlib.h>
 #include <X11/Xutil.h>
 #include <X11/keysym.h>
@@ -23,14 +24,16 @@ bool HasTitle(Display *display, Window window, const std::string &title)
     return isFound;
 }
 
-Window FindWindow(Display *display, const std::string &title)
+// At any depth: a window manager puts windows into frames of its own.
+Window FindWindow(Display *display, Window within, const std::string &title)
 {
+    if (HasTitle(display, within, title))
+        return within;
     Window root = 0, parent = 0, *children = nullptr, found = 0;
     unsigned int count = 0;
-    XQueryTree(display, DefaultRootWindow(display), &root, &parent, &children, &count);
+    XQueryTree(display, within, &root, &parent, &children, &count);
     for (unsigned int i = 0; i < count && !found; i++)
-        if (HasTitle(display, children[i], title))
-            found = children[i];
+        found = FindWindow(display, children[i], title);
     if (children)
         XFree(children);
     return found;
@@ -41,6 +44,21 @@ XWindowAttributes AttributesOf(void *display, Window window)
     XWindowAttributes attributes = {};
     XGetWindowAttributes(AsDisplay(display), window, &attributes);
     return attributes;
+}
+
+const long fromPager = 2; // a window manager may refuse programs what it grants the user
+
+template <typename Condition>
+bool WaitUntil(double seconds, const Condition &holds)
+{
+    using Clock = std::chrono::steady_clock;
+    const auto end = Clock::now() + std::chrono::duration<double>(seconds);
+    do {
+        if (holds())
+            return true;
+        std::this_thread::sleep_for(std::chrono::milliseconds(10));
+    } while (Clock::now() < end);
+    return false;
 }
 
 // Windows come and go while a test looks for them.
@@ -58,15 +76,10 @@ cScreen::~cScreen() { XCloseDisplay(AsDisplay(mDisplay)); }
 
 bool cScreen::WaitForWindow(const std::string &title, double seconds)
 {
-    using Clock = std::chrono::steady_clock;
-    const auto end = Clock::now() + std::chrono::duration<double>(seconds);
-    do {
-        mWindow = FindWindow(AsDisplay(mDisplay), title);
-        if (mWindow && AttributesOf(mDisplay, mWindow).map_state == IsViewable)
-            return true;
-        std::this_thread::sleep_for(std::chrono::milliseconds(10));
-    } while (Clock::now() < end);
-    return false;
+    return WaitUntil(seconds, [&] {
+        mWindow = FindWindow(AsDisplay(mDisplay), DefaultRootWindow(AsDisplay(mDisplay)), title);
+        return mWindow && IsShown();
+    });
 }
 
 int cScreen::Width() const { return AttributesOf(mDisplay, mWindow).width; }
@@ -105,23 +118,54 @@ void cScreen::RequestClose() const
     XFlush(display);
 }
 
-void cScreen::Unmap() const
+bool cScreen::WaitForWindowManager(double seconds) const
 {
-    XUnmapWindow(AsDisplay(mDisplay), mWindow);
-    XSync(AsDisplay(mDisplay), False);
+    Display *display = AsDisplay(mDisplay);
+    const Atom managed = XInternAtom(display, "_NET_SUPPORTING_WM_CHECK", False);
+    return WaitUntil(seconds, [&] {
+        Atom type = None;
+        int format = 0;
+        unsigned long count = 0, rest = 0;
+        unsigned char *value = nullptr;
+        XGetWindowProperty(display, DefaultRootWindow(display), managed, 0, 1, False, XA_WINDOW,
+                           &type, &format, &count, &rest, &value);
+        if (value)
+            XFree(value);
+        return count > 0;
+    });
 }
 
-void cScreen::Map() const
+// What a pager or a task bar says to the window manager.
+void cScreen::AskWindowManager(const char *what, long first, long second) const
 {
-    XMapWindow(AsDisplay(mDisplay), mWindow);
-    XSync(AsDisplay(mDisplay), False);
+    Display *display = AsDisplay(mDisplay);
+    XEvent event = {};
+    event.xclient.type = ClientMessage;
+    event.xclient.window = mWindow;
+    event.xclient.message_type = XInternAtom(display, what, False);
+    event.xclient.format = 32;
+    event.xclient.data.l[0] = first;
+    event.xclient.data.l[1] = second;
+    XSendEvent(display, DefaultRootWindow(display), False,
+               SubstructureRedirectMask | SubstructureNotifyMask, &event);
+    XFlush(display);
 }
 
-void cScreen::MoveTo(int x, int y) const
+void cScreen::Minimise() const
 {
-    XMoveWindow(AsDisplay(mDisplay), mWindow, x, y);
-    XSync(AsDisplay(mDisplay), False);
+    Display *display = AsDisplay(mDisplay);
+    XIconifyWindow(display, mWindow, DefaultScreen(display));
+    XFlush(display);
 }
+
+void cScreen::Activate() const { AskWindowManager("_NET_ACTIVE_WINDOW", fromPager, CurrentTime); }
+
+void cScreen::SendToDesktop(int number) const
+{
+    AskWindowManager("_NET_WM_DESKTOP", number, fromPager);
+}
+
+bool cScreen::IsShown() const { return AttributesOf(mDisplay, mWindow).map_state == IsViewable; }
 
 void cScreen::Cover(double seconds) const
 {

@@ -5,7 +5,7 @@
 namespace test
 {
 /// The display that the test runs on, as its user: finds a window and sends it what a keyboard or a
-/// window manager would.
+/// task bar would.
 class cScreen
 {
 public:
@@ -23,15 +23,21 @@ public:
     void PressEscape() const;
     void ReleaseEscape() const;
     void RequestClose() const;
-    void Unmap() const; ///< as a window manager does to a window that is minimised
-    void Map() const;
-    void MoveTo(int x, int y) const;
+    bool IsShown() const;             ///< not minimised, and on the desktop that is shown
     void Cover(double seconds) const; ///< lays a window over all of it, and takes it away again
     /// The colour of one pixel of the window, 0xRRGGBB.
     unsigned long Pixel(int x, int y) const;
 
+    /// Waits for a window manager to look after the display; false when none does.
+    bool WaitForWindowManager(double seconds = 10.0) const;
+    // Through it, as the user's task bar does:
+    void Minimise() const;
+    void Activate() const; ///< shows it again, in front, with the keyboard
+    void SendToDesktop(int number) const;
+
 private:
     void SendKey(int type) const;
+    void AskWindowManager(const char *what, long first, long second) const;
 
     void *mDisplay;
     unsigned long mWindow = 0;
