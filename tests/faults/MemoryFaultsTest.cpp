@@ -39,6 +39,9 @@ long CountIn(const std::string &errors)
     return count;
 }
 
+// Without memory for its track device the show ends with a status, and no message.
+bool HasEnded(const test::cProcessResult &result) { return result.mStatus == 255; }
+
 bool HasStopped(const test::cProcessResult &result)
 {
     return result.mSignal == SIGABRT &&
@@ -57,7 +60,7 @@ TEST_F(MemoryFaults, EachAllocationStopsTheShowOrItPlaysOn)
     for (long allocation = 1; allocation <= count; allocation += step) {
         const test::cProcessResult result = PlayShortAt(allocation);
         const bool hasPlayed = !result.mTimedOut && result.mStatus == 0;
-        EXPECT_TRUE(hasPlayed || HasStopped(result))
+        EXPECT_TRUE(hasPlayed || HasEnded(result) || HasStopped(result))
             << "allocation " << allocation << ": status " << result.mStatus << ", signal "
             << result.mSignal << (result.mTimedOut ? ", hung" : "") << "\n"
             << result.mErrors;

@@ -4,6 +4,7 @@
 
 #include <cstdio>
 #include <cstdlib>
+#include <cstring>
 #include <new>
 
 #include <dlfcn.h>
@@ -58,6 +59,13 @@ extern "C" void *calloc(size_t count, size_t size)
 extern "C" void *realloc(void *memory, size_t size)
 {
     return IF_TO_BE_HAD(__libc_realloc(memory, size));
+}
+
+extern "C" char *strdup(const char *text)
+{
+    const size_t size = std::strlen(text) + 1;
+    void *copy = IF_TO_BE_HAD(__libc_malloc(size));
+    return copy ? static_cast<char *>(std::memcpy(copy, text, size)) : nullptr;
 }
 
 void *operator new(size_t size)

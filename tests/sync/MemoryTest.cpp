@@ -69,6 +69,13 @@ TEST_F(Memory, ShortForADeviceGivesNone)
     }
 }
 
+TEST_F(Memory, ShortForATrackStopsTheProgram)
+{
+    for (int allocations = 0; allocations < perTrack; allocations++)
+        EXPECT_DEATH(LoadWith(allocations - perTrack, TrackFile(1, 1)), "isMemoryThere")
+            << allocations;
+}
+
 TEST_F(Memory, ShortForTheKeysLeavesTheCountAndTheFileOpen)
 {
     const int before = test::CountOpenFiles();
