@@ -172,13 +172,13 @@ int sync_create_track(sync_data *data, const char *name)
     const sync_data *d = data;
     VYR_ASSERT_AT("sync/data", 21, sync_find_track(d, name) < 0);
     auto *track = static_cast<sync_track *>(std::malloc(sizeof(sync_track)));
-    char *ownName = strdup(name);
     auto **tracks = static_cast<sync_track **>(
         std::realloc(data->tracks, (data->num_tracks + 1) * sizeof(sync_track *)));
     // A track is never null, so without memory for one the program ends here.
-    const bool isMemoryThere = track && ownName && tracks;
+    const bool isMemoryThere = track && tracks;
     VYR_ASSERT("sync/data", isMemoryThere);
-    *track = {ownName, nullptr, 0};
+    *track = {strdup(name), nullptr, 0};
+    VYR_ASSERT("sync/data", track->name);
     data->tracks = tracks;
     data->tracks[data->num_tracks++] = track;
     return static_cast<int>(data->num_tracks) - 1;

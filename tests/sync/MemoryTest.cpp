@@ -13,7 +13,7 @@ int allocationsLeft = -1; // negative: as many as there are
 
 bool IsToBeHad() { return allocationsLeft < 0 || allocationsLeft-- > 0; }
 
-const int perTrack = 3; // the record, its name, the list
+const int perTrack = 3; // the record, the list, the name
 
 // `count` keys announced, `held` of them there, all zero.
 std::string TrackFile(int count, int held)
@@ -72,7 +72,7 @@ TEST_F(Memory, ShortForADeviceGivesNone)
 TEST_F(Memory, ShortForATrackStopsTheProgram)
 {
     for (int allocations = 0; allocations < perTrack; allocations++)
-        EXPECT_DEATH(LoadWith(allocations - perTrack, TrackFile(1, 1)), "isMemoryThere")
+        EXPECT_DEATH(LoadWith(allocations - perTrack, TrackFile(1, 1)), "isMemoryThere|track->name")
             << allocations;
 }
 
