@@ -8,6 +8,7 @@
 
 #include <epoxy/gl.h>
 
+#include <array>
 #include <cmath>
 
 namespace demo
@@ -29,9 +30,17 @@ struct cFrame
     float Sample(eTrack track) const { return sync_get_val(mShow.mTracks[size_t(track)], mRow); }
 };
 
-// Negative is off. Values above -1 are on: -0.4 is picture 0. Nothing checks the upper end of a
-// table: tracks stay below it.
+// Negative is off. Values above -1 are on: -0.4 is picture 0.
 int ToIndex(float value) { return platform::TruncateToInt(double(value)); }
+
+// Tracks stay below the end of a table. What lies past it is no texture, which the texture manager
+// stops at.
+template <size_t Count>
+int TextureAt(const std::array<int, Count> &table, int index)
+{
+    const int noTexture = -1;
+    return size_t(index) < Count ? table[size_t(index)] : noTexture;
+}
 
 cVector2 TextureSize(int texture)
 {
@@ -98,7 +107,7 @@ void DrawLeftPhoto(const cFrame &frame)
         return;
     glColor4f(1, 1, 1, 1);
     const double wobble = std::sin(double(0.7f) * frame.mSeconds) * 7.0 + 5.0;
-    frame.mRenderer.Post_DrawSprite(frame.mAssets.mPhotos[size_t(index)], cVector2(150, 100),
+    frame.mRenderer.Post_DrawSprite(TextureAt(frame.mAssets.mPhotos, index), cVector2(150, 100),
                                     cVector2(1, 1), float(wobble));
 }
 
@@ -108,7 +117,7 @@ void DrawRightPhoto(const cFrame &frame)
     if (index < 0)
         return;
     glColor4f(1, 1, 1, 1);
-    const int photo = frame.mAssets.mPhotos[size_t(index)];
+    const int photo = TextureAt(frame.mAssets.mPhotos, index);
     const cVector2 position(kDesignWidth - TextureSize(photo).x + -100.0f, 110);
     const double wobble = std::cos(frame.mSeconds) * -7.0 + 5.0;
     frame.mRenderer.Post_DrawSprite(photo, position, cVector2(1, 1), float(wobble));
@@ -122,7 +131,7 @@ void DrawCenterPhoto(const cFrame &frame)
     if (index < 0)
         return;
     glColor4f(1, 1, 1, alpha);
-    const int photo = frame.mAssets.mPhotos[size_t(index)];
+    const int photo = TextureAt(frame.mAssets.mPhotos, index);
     const cVector2 size = TextureSize(photo);
     const cVector2 position((kDesignWidth - size.x) * 0.5f, (kDesignHeight - size.y) * 0.5f);
     const double t = frame.mSeconds;
@@ -142,11 +151,12 @@ void DrawLyric(const cFrame &frame)
     if (index < 0)
         return;
     glColor4f(1, 1, 1, alpha);
-    frame.mRenderer.Post_DrawSprite(frame.mAssets.mLyrics[size_t(index)], cVector2(x, y),
+    frame.mRenderer.Post_DrawSprite(TextureAt(frame.mAssets.mLyrics, index), cVector2(x, y),
                                     cVector2(1, 1), 0);
 }
 
-// The track stays at -1, 0 or 1: a larger index hands on a null object, which nothing catches.
+// The track stays at -1, 0 or 1: a larger index hands on a null object, at which the renderer
+// stops.
 void DrawObject(const cFrame &frame)
 {
     const int index = ToIndex(frame.Sample(OBJECT_NUM));

@@ -148,10 +148,11 @@ public:
 
     // Objects -------------------------------------------------------------------------------------
 
-    /// Draws `object` under the modelview that the caller set. `texture` replaces the object's own
-    /// in the first two modes; -1 keeps it. An object without a texture is never textured. Every
-    /// polygon counts as a triangle in the filled modes. Leaves all client arrays off; texturing on
-    /// after a textured drawing, else off; blending and smooth lines on after RENDERMODE_NORMALS.
+    /// Draws `object`, which must not be null, under the modelview that the caller set. `texture`
+    /// replaces the object's own in the first two modes; -1 keeps it. An object without a texture
+    /// is never textured. Every polygon counts as a triangle in the filled modes. Leaves all client
+    /// arrays off; texturing on after a textured drawing, else off; blending and smooth lines on
+    /// after RENDERMODE_NORMALS.
     void RenderObject(c3DObject::cRenderObject *object, RENDERMODE mode, int texture);
 
 private:

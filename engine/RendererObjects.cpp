@@ -2,6 +2,7 @@
 
 #include "engine/Singleton.h"
 #include "engine/TextureManager.h"
+#include "platform/Assert.h"
 
 #include <epoxy/gl.h>
 
@@ -26,6 +27,7 @@ float AlongNormal(float position, float normal)
 
 void cRenderer::RenderObject(c3DObject::cRenderObject *object, RENDERMODE mode, int texture)
 {
+    VYR_ASSERT("Renderer", object);
     glEnableClientState(GL_VERTEX_ARRAY);
     glVertexPointer(3, GL_FLOAT, 0, object->mPositions);
     glEnableClientState(GL_COLOR_ARRAY);

@@ -320,6 +320,20 @@ TEST_F(Frame, ObjectIsChosenAndPlacedByItsTracks)
     EXPECT_EQ(Draw().At(640, 360), black);
 }
 
+// Nothing is drawn from memory behind a table.
+TEST_F(Frame, IndexPastItsTableStopsTheShow)
+{
+    for (const auto &[track, end] :
+         {std::pair(IMAGE_LEFT, kPhotoCount), std::pair(IMAGE_RIGHT, kPhotoCount),
+          std::pair(IMAGE_CENTER, kPhotoCount), std::pair(LYRICS_NUM, kLyricCount)}) {
+        Set(track, float(end));
+        EXPECT_DEATH(Draw(), "ID is out of range: ") << TrackName(track);
+        Set(track, -1);
+    }
+    Set(OBJECT_NUM, 2);
+    EXPECT_DEATH(Draw(), "\\(object\\), function RenderObject");
+}
+
 TEST_F(Frame, LogoIsCentredAndFadesByItsTrack)
 {
     Set(IMAGE_ZEMLOGO, 0.5f);

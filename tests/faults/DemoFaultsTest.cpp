@@ -157,6 +157,19 @@ TEST_F(DemoFaults, TrackOfAnUnknownTypeStopsWhenItIsSampled)
     EXPECT_TRUE(HasStopped(PlayScripted(), "(0), function sync_get_val"));
 }
 
+TEST_F(DemoFaults, TrackThatPicksPastItsTableStopsWhenItIsDrawn)
+{
+    for (const auto &[track, value, assertion] :
+         {std::tuple(demo::IMAGE_LEFT, float(demo::kPhotoCount), noTexture),
+          std::tuple(demo::LYRICS_NUM, 2e9f, noTexture),
+          std::tuple(demo::OBJECT_NUM, 2.0f, "(object), function RenderObject")}) {
+        const fs::path path = sFolder->Path() / TrackFile(track);
+        const faults::cFaultyFile faulty(path, {cFault::Missing});
+        test::WriteFile(path, faults::TrackOf(value));
+        EXPECT_TRUE(HasStopped(PlayScripted(), assertion)) << demo::TrackName(track);
+    }
+}
+
 // The music is opened by the real sound library, which has a code for each fault.
 test::cProcessResult PlayWithEscape(const fs::path &folder)
 {
