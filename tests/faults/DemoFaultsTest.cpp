@@ -10,6 +10,7 @@
 #include <gtest/gtest.h>
 
 #include <csignal>
+#include <limits>
 #include <thread>
 
 namespace fs = std::filesystem;
@@ -167,6 +168,36 @@ TEST_F(DemoFaults, TrackThatPicksPastItsTableStopsWhenItIsDrawn)
         const faults::cFaultyFile faulty(path, {cFault::Missing});
         test::WriteFile(path, faults::TrackOf(value));
         EXPECT_TRUE(HasStopped(PlayScripted(), assertion)) << demo::TrackName(track);
+    }
+}
+
+// Numbers that no curve of a show has: it stops at an index past its table, and else draws on.
+TEST_F(DemoFaults, TrackOfAnyNumberPlaysOrStopsAtAnAssertion)
+{
+    using tLimits = std::numeric_limits<float>;
+    const float numbers[] = {tLimits::quiet_NaN(),
+                             tLimits::infinity(),
+                             -tLimits::infinity(),
+                             tLimits::max(),
+                             tLimits::lowest(),
+                             tLimits::denorm_min(),
+                             1e9f,
+                             2147483648.0f,
+                             -2147483648.0f,
+                             -0.5f};
+    for (int track = faults::WantsAll() ? 0 : demo::TUNNEL_POS; track < demo::TRACK_COUNT;
+         track++) {
+        const fs::path path = sFolder->Path() / TrackFile(track);
+        const faults::cFaultyFile faulty(path, {cFault::Missing});
+        for (float number : numbers) {
+            test::WriteFile(path, faults::TrackOf(number));
+            const test::cProcessResult result = PlayScripted();
+            EXPECT_TRUE(HasPlayed(result) || HasStopped(result, noTexture) ||
+                        HasStopped(result, "function RenderObject"))
+                << path << " " << number << ": status " << result.mStatus << ", signal "
+                << result.mSignal << "\n"
+                << result.mErrors;
+        }
     }
 }
 
