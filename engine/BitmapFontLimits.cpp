@@ -56,6 +56,25 @@ bool IsElement(const std::string &xml, size_t start)
     return std::isalpha(first) || first == '_' || first >= 127;
 }
 
+// Of a UTF-8 character, as its first byte announces it.
+size_t CharacterLength(unsigned char first)
+{
+    return first >= 0xF0 ? 4 : first >= 0xE0 ? 3 : first >= 0xC0 ? 2 : 1;
+}
+
+// Whether the last character is cut short. The reader takes carriage returns out first: they do not
+// count.
+bool EndsWithinACharacter(const std::string &xml)
+{
+    size_t behind = 0;
+    for (auto byte = xml.rbegin(); byte != xml.rend() && behind < 3; ++byte) {
+        if (CharacterLength(static_cast<unsigned char>(*byte)) > behind + 1)
+            return true;
+        behind += *byte == '\r' ? 0 : 1;
+    }
+    return false;
+}
+
 bool IsShapeWithinLimits(const std::string &xml)
 {
     int level = 0;
@@ -90,6 +109,6 @@ bool IsFontDescriptionWithinLimits(const std::string &path)
         return false;
     std::ifstream file(path, std::ios::binary);
     const std::string xml{std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
-    return IsShapeWithinLimits(xml);
+    return !EndsWithinACharacter(xml) && IsShapeWithinLimits(xml);
 }
 } // namespace vyr

@@ -132,6 +132,18 @@ TEST_F(FontLoading, ElementsBesideEachOtherAreNoNesting)
     EXPECT_EQ(font.GetPixelSize(), 3);
 }
 
+// It would step over the end of the file with the character, and read on behind it.
+TEST_F(FontLoading, CharacterCutShortAtTheEndIsNotFound)
+{
+    const std::string whole = "<f><common lineHeight='3'/></f>";
+    for (const char *end : {"\xD1", "\xE2\x82", "\xF0\x9F\xA6", "\xF0\r\n\r\n"}) {
+        ExpectEmpty(LoadText(whole + end));
+        EXPECT_EQ(mPrinted, notFound) << end;
+    }
+    EXPECT_EQ(LoadText(whole + "<!-- \xF0\x9F\xA6\x86 -->").GetPixelSize(), 3);
+    EXPECT_EQ(LoadText(whole + "\xF0\x9F\xA6\x86").GetPixelSize(), 3);
+}
+
 TEST_F(FontLoading, AFolderIsNoDescription)
 {
     ExpectEmpty(Load("data"));
