@@ -11,9 +11,9 @@
 #include "benchmarks/Report.h"
 #include "demo/Music.h"
 #include "demo/Show.h"
-#include "platform/SoundDecoder.h"
-#include "platform/SoundOutput.h"
-#include "platform/SoundPlayer.h"
+#include "sound/SoundDecoder.h"
+#include "sound/SoundOutput.h"
+#include "sound/SoundPlayer.h"
 
 #include <chrono>
 #include <cstdio>
@@ -30,7 +30,7 @@
 namespace
 {
 using bench::cPass;
-using platform::SteadySeconds;
+using vyr::SteadySeconds;
 
 const auto passPause = std::chrono::milliseconds(1);
 const double showSeconds = 206.0;
@@ -48,14 +48,14 @@ const double sureSeconds = 0.0002;
 class cPlayback
 {
 public:
-    cPlayback(const char *path, std::unique_ptr<platform::SoundDevice> device)
+    cPlayback(const char *path, std::unique_ptr<vyr::SoundDevice> device)
         : mDevice(device.get()), mOutput(std::move(device))
     {
-        if (platform::SoundDecoder::Open(path, mDecoder) != FMOD_OK)
+        if (vyr::SoundDecoder::Open(path, mDecoder) != FMOD_OK)
             std::exit(1);
     }
 
-    void Play() { mPlayer = std::make_unique<platform::SoundPlayer>(mOutput, *mDecoder); }
+    void Play() { mPlayer = std::make_unique<vyr::SoundPlayer>(mOutput, *mDecoder); }
 
     // As the show asks: in bytes, and from them the row.
     void Pass(double start)
@@ -75,10 +75,10 @@ public:
     double GetBlockSeconds() const { return mDevice ? mDevice->GetBlockSeconds() : 0.02; }
 
 private:
-    platform::SoundDevice *mDevice; // the library's own clock
-    platform::SoundOutput mOutput;
-    std::unique_ptr<platform::SoundDecoder> mDecoder;
-    std::unique_ptr<platform::SoundPlayer> mPlayer;
+    vyr::SoundDevice *mDevice; // the library's own clock
+    vyr::SoundOutput mOutput;
+    std::unique_ptr<vyr::SoundDecoder> mDecoder;
+    std::unique_ptr<vyr::SoundPlayer> mPlayer;
     std::vector<cPass> mPasses;
 };
 
@@ -86,8 +86,7 @@ struct cBoth
 {
     cPlayback mSilent, mDevice;
 
-    explicit cBoth(const char *path)
-        : mSilent(path, nullptr), mDevice(path, platform::OpenSoundDevice())
+    explicit cBoth(const char *path) : mSilent(path, nullptr), mDevice(path, vyr::OpenSoundDevice())
     {
         std::this_thread::sleep_for(loadingTime);
         mSilent.Play();

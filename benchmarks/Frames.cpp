@@ -36,7 +36,7 @@ int main(int count, char **arguments)
         std::fprintf(stderr, "bench-frames: needs the folder of a show and a number of frames\n");
         return 2;
     }
-    bench::cStage stage(platform::ScreenWindowSystem(), width, height);
+    bench::cStage stage(vyr::platform::ScreenWindowSystem(), width, height);
     if (count > 3 && std::strcmp(arguments[3], "flat") == 0)
         stage.FixToFlatLayers();
     if (count > 5)

@@ -5,11 +5,11 @@
 // Prints the driver's name and, a line each, "layer NAME SHARE MILLISECONDS": the share of the
 // show's frames that have it, and the processor time that it takes of such a frame, a median.
 
+#include "base/Truncate.h"
 #include "benchmarks/FrameTimes.h"
 #include "benchmarks/Report.h"
 #include "engine/Singleton.h"
 #include "engine/TextureManager.h"
-#include "platform/Truncate.h"
 
 #include <epoxy/gl.h>
 
@@ -44,7 +44,7 @@ const cLayer layers[] = {{"plasma with flare", demo::FADE_PLASMA, 0.0f},
 bool IsOn(const cLayer &layer, double row, const bench::cStage &stage)
 {
     const float value = sync_get_val(stage.GetShow().mTracks[size_t(layer.mTrack)], row);
-    return layer.mOff < 0.0f ? platform::TruncateToInt(double(value)) >= 0 : value > 0.0f;
+    return layer.mOff < 0.0f ? vyr::TruncateToInt(double(value)) >= 0 : value > 0.0f;
 }
 
 double ProcessorMilliseconds(bench::cStage &stage, double row)
@@ -113,7 +113,7 @@ int main(int count, char **arguments)
         std::fprintf(stderr, "bench-layers: needs the folder of a show\n");
         return 2;
     }
-    bench::cStage stage(platform::OffscreenWindowSystem(), 1280, 720);
+    bench::cStage stage(vyr::platform::OffscreenWindowSystem(), 1280, 720);
     std::printf("driver %s, %s\n", GetText(GL_RENDERER), GetText(GL_VERSION));
     for (const cLayer &layer : layers) {
         std::vector<double> rows;

@@ -46,7 +46,7 @@ void Apart(Work work)
 
 void MeasureEmptyWindow()
 {
-    platform::UseWindowSystem(platform::OffscreenWindowSystem());
+    vyr::platform::UseWindowSystem(vyr::platform::OffscreenWindowSystem());
     vyr::cRenderer renderer;
     if (!renderer.Init(1280, 720, false))
         _exit(1);
@@ -61,7 +61,7 @@ void MeasureEmptyWindow()
 
 void MeasureShow()
 {
-    bench::cStage stage(platform::OffscreenWindowSystem(), 1280, 720);
+    bench::cStage stage(vyr::platform::OffscreenWindowSystem(), 1280, 720);
     for (int i = 0; i < frameCount; i++)
         stage.ShowFrame(bench::RowOf(i, frameCount));
     std::printf("textures %ld\nshow %ld\n", stage.GetTextureBytes(), GetResident());

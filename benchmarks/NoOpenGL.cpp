@@ -66,17 +66,17 @@ void DropOpenGL()
 
 std::int64_t GetDroppedCalls() { return dropped; }
 
-const platform::WindowSystem &NoWindowSystem()
+const vyr::platform::WindowSystem &NoWindowSystem()
 {
-    static const platform::WindowSystem system = {[] { return true; },
-                                                  [] { return platform::Size{}; },
-                                                  [](int, int, bool) { return true; },
-                                                  [](int) {},
-                                                  [](const char *) {},
-                                                  [] {},
-                                                  [] { return false; },
-                                                  [] { return 0.0; },
-                                                  [] {}};
+    static const vyr::platform::WindowSystem system = {[] { return true; },
+                                                       [] { return vyr::platform::Size{}; },
+                                                       [](int, int, bool) { return true; },
+                                                       [](int) {},
+                                                       [](const char *) {},
+                                                       [] {},
+                                                       [] { return false; },
+                                                       [] { return 0.0; },
+                                                       [] {}};
     return system;
 }
 } // namespace bench

@@ -14,5 +14,5 @@ void DropOpenGL();
 std::int64_t GetDroppedCalls();
 
 /// A window of any size that shows nothing. It needs DropOpenGL.
-const platform::WindowSystem &NoWindowSystem();
+const vyr::platform::WindowSystem &NoWindowSystem();
 } // namespace bench

@@ -5,8 +5,8 @@
 //
 // With PICTURE, the frame at ROW is written there instead, as raw RGB from the top, 1280 by 720.
 
+#include "base/Truncate.h"
 #include "benchmarks/FrameTimes.h"
-#include "platform/Truncate.h"
 
 #include <SDL2/SDL.h>
 #include <stb_image.h>
@@ -36,7 +36,7 @@ public:
 private:
     cImage Load(const std::string &path);
     float Sample(demo::eTrack track) const { return sync_get_val(mTracks[size_t(track)], mRow); }
-    int Index(demo::eTrack track) const { return platform::TruncateToInt(double(Sample(track))); }
+    int Index(demo::eTrack track) const { return vyr::TruncateToInt(double(Sample(track))); }
     void Sprite(const cImage &image, double x, double y, double scale, double angle, float alpha);
     void Fill(Uint8 brightness, float alpha);
     void DrawPhotos(double seconds);

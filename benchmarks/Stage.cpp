@@ -17,9 +17,9 @@ using RendererHolder = vyr::tSingleton<vyr::cRenderer>;
 using TexturesHolder = vyr::tSingleton<vyr::cTextureManager>;
 } // namespace
 
-cStage::cStage(const platform::WindowSystem &system, int width, int height)
+cStage::cStage(const vyr::platform::WindowSystem &system, int width, int height)
 {
-    platform::UseWindowSystem(system);
+    vyr::platform::UseWindowSystem(system);
     RendererHolder::CreateSingleton();
     vyr::cRenderer &renderer = RendererHolder::GetSingleton();
     renderer.SetScaleFactor(
@@ -32,8 +32,8 @@ cStage::cStage(const platform::WindowSystem &system, int width, int height)
     mLoaded.mTracks = demo::LoadTracks(mDevice);
     mLoaded.mAssets = demo::LoadAssets();
     mShow = mLoaded;
-    platform::SetSwapInterval(0); // nothing waits for a screen
-    glEnable(GL_BLEND);           // as the show has it
+    vyr::platform::SetSwapInterval(0); // nothing waits for a screen
+    glEnable(GL_BLEND);                // as the show has it
 }
 
 cStage::~cStage()

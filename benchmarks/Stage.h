@@ -13,7 +13,7 @@ class cStage
 {
 public:
     /// Opens the window and loads the show. Ends the program when there is no window.
-    cStage(const platform::WindowSystem &system, int width, int height);
+    cStage(const vyr::platform::WindowSystem &system, int width, int height);
     ~cStage();
     cStage(const cStage &) = delete;
     cStage &operator=(const cStage &) = delete;

@@ -42,7 +42,7 @@ double ProcessorSeconds()
 
 vyr::cRenderer &OpenWindow()
 {
-    platform::UseWindowSystem(platform::OffscreenWindowSystem());
+    vyr::platform::UseWindowSystem(vyr::platform::OffscreenWindowSystem());
     RendererHolder::CreateSingleton();
     vyr::cRenderer &renderer = RendererHolder::GetSingleton();
     renderer.SetScaleFactor({1.0f, 1.0f});

@@ -212,7 +212,7 @@ int main(int count, char **arguments)
         std::fprintf(stderr, "bench-text: needs the folder of a show\n");
         return 2;
     }
-    platform::UseWindowSystem(platform::OffscreenWindowSystem());
+    vyr::platform::UseWindowSystem(vyr::platform::OffscreenWindowSystem());
     RendererHolder::CreateSingleton();
     RendererHolder::GetSingleton().Init(1280, 720, false);
     TexturesHolder::CreateSingleton();

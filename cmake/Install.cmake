@@ -32,9 +32,11 @@ file(GLOB sync_headers CONFIGURE_DEPENDS sync/*.h)
 file(GLOB engine_headers CONFIGURE_DEPENDS engine/*.h)
 install(FILES ${sync_headers} DESTINATION ${vyr_headers_folder}/sync COMPONENT development)
 install(FILES ${engine_headers} DESTINATION ${vyr_headers_folder}/engine COMPONENT development)
-install(FILES platform/Assert.h platform/Display.h platform/Resources.h platform/Sound.h
-              platform/Truncate.h platform/Window.h
+install(FILES base/Assert.h base/Truncate.h
+    DESTINATION ${vyr_headers_folder}/base COMPONENT development)
+install(FILES platform/Display.h platform/Resources.h platform/Window.h
     DESTINATION ${vyr_headers_folder}/platform COMPONENT development)
+install(FILES sound/Sound.h DESTINATION ${vyr_headers_folder}/sound COMPONENT development)
 
 configure_package_config_file(cmake/vyrConfig.cmake.in ${PROJECT_BINARY_DIR}/vyrConfig.cmake
     INSTALL_DESTINATION ${vyr_config_folder} NO_SET_AND_CHECK_MACRO

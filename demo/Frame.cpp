@@ -1,10 +1,10 @@
 #include "demo/Frame.h"
 
+#include "base/Truncate.h"
 #include "demo/Tunnel.h"
 #include "engine/Renderer.h"
 #include "engine/Singleton.h"
 #include "engine/TextureManager.h"
-#include "platform/Truncate.h"
 
 #include <epoxy/gl.h>
 
@@ -31,7 +31,7 @@ struct cFrame
 };
 
 // Negative is off. Values above -1 are on: -0.4 is picture 0.
-int ToIndex(float value) { return platform::TruncateToInt(double(value)); }
+int ToIndex(float value) { return vyr::TruncateToInt(double(value)); }
 
 // Tracks stay below the end of a table. What lies past it is no texture, which the texture manager
 // stops at.

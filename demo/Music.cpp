@@ -39,7 +39,7 @@ bool IsVersionGood(FMOD::System &system)
 void LookUpMusic()
 {
     char *path = new char[255];
-    platform::ResolveResource(music_url, path, 200);
+    vyr::platform::ResolveResource(music_url, path, 200);
     delete[] path;
 }
 } // namespace

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/Sound.h"
+#include "sound/Sound.h"
 
 /// The music and the clock that it is.
 

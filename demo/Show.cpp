@@ -1,9 +1,9 @@
 #include "demo/Show.h"
 
+#include "base/Assert.h"
 #include "engine/Renderer.h"
 #include "engine/Singleton.h"
 #include "engine/TextureManager.h"
-#include "platform/Assert.h"
 
 #include <epoxy/gl.h>
 

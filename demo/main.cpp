@@ -59,7 +59,7 @@ void Play(vyr::cRenderer &renderer, const demo::cMusic &music, const demo::cShow
         time = row;
         if (!hasMoved)
             continue;
-        time = platform::GetTime();
+        time = vyr::platform::GetTime();
         demo::DrawFrame(show, row, time);
         renderer.Present();
         time = row;

@@ -1,7 +1,7 @@
+#include "base/Truncate.h"
 #include "engine/BitmapFont.h"
 #include "engine/Singleton.h"
 #include "engine/TextureManager.h"
-#include "platform/Truncate.h"
 
 #include <epoxy/gl.h>
 
@@ -224,8 +224,7 @@ int cBitmapFont::RenderTextToCache(const std::vector<std::string> &lines, const 
 {
     if (lines.empty())
         return -1;
-    cImage image = {
-        platform::TruncateToInt(double(size.x)), platform::TruncateToInt(double(size.y)), {}};
+    cImage image = {TruncateToInt(double(size.x)), TruncateToInt(double(size.y)), {}};
     if (!CanBeTexture(image.mWidth, image.mHeight))
         image.mWidth = image.mHeight = 0;
     image.mCoverage.resize(size_t(image.mWidth) * size_t(image.mHeight));
@@ -247,9 +246,9 @@ int cBitmapFont::StartOfLine(int lineWidth, const cVector2 &size, HALIGN halign,
     if (halign == HALIGN_LEFT)
         return 0;
     if (halign == HALIGN_CENTER)
-        return platform::TruncateToInt(double(size.x - width) * 0.5);
+        return TruncateToInt(double(size.x - width) * 0.5);
     if (halign == HALIGN_RIGHT)
-        return platform::TruncateToInt(double(size.y - width));
+        return TruncateToInt(double(size.y - width));
     return pen;
 }
 

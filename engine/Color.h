@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/Truncate.h"
+#include "base/Truncate.h"
 
 namespace vyr
 {
@@ -57,7 +57,7 @@ private:
     }
     static unsigned int ToByte(float component)
     {
-        return static_cast<unsigned int>(platform::TruncateToInt(double(component * 255.0f)));
+        return static_cast<unsigned int>(TruncateToInt(double(component * 255.0f)));
     }
 };
 } // namespace vyr

@@ -1,7 +1,7 @@
 #include "engine/Renderer.h"
 
-#include "platform/Assert.h"
-#include "platform/Truncate.h"
+#include "base/Assert.h"
+#include "base/Truncate.h"
 #include "platform/Window.h"
 
 #include <epoxy/gl.h>
@@ -66,8 +66,7 @@ void cRenderer::InitGL()
     const float aspect = mDesignSize.x / mDesignSize.y;
     const float height = (float(mWidth) / float(mHeight)) / aspect * float(mHeight);
     const float y = (float(mHeight) - height) * 0.5f;
-    glViewport(0, platform::TruncateToInt(double(y)), mWidth,
-               platform::TruncateToInt(double(height)));
+    glViewport(0, TruncateToInt(double(y)), mWidth, TruncateToInt(double(height)));
     SetFOV(mFOV);
 }
 

@@ -1,8 +1,8 @@
 #include "engine/Renderer.h"
 
+#include "base/Assert.h"
 #include "engine/Singleton.h"
 #include "engine/TextureManager.h"
-#include "platform/Assert.h"
 
 #include <epoxy/gl.h>
 

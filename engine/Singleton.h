@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/Assert.h"
+#include "base/Assert.h"
 
 namespace vyr
 {

@@ -1,7 +1,7 @@
 #include "engine/TextureManager.h"
 
-#include "platform/Assert.h"
-#include "platform/Truncate.h"
+#include "base/Assert.h"
+#include "base/Truncate.h"
 
 #include <epoxy/gl.h>
 #include <stb_image.h>
@@ -150,8 +150,8 @@ int cTextureManager::CreateTexture(std::string name, int width, int height, bool
     texture.mHandle = GenerateTexture();
     if (allocate) {
         texture.mSize = {float(width), float(height)};
-        const int storedWidth = platform::TruncateToInt(double(texture.mSize.x));
-        const int storedHeight = platform::TruncateToInt(double(texture.mSize.y));
+        const int storedWidth = TruncateToInt(double(texture.mSize.x));
+        const int storedHeight = TruncateToInt(double(texture.mSize.y));
         depth ? AllocateDepth(storedWidth, storedHeight) : AllocateColor(storedWidth, storedHeight);
     }
     return Append(texture);

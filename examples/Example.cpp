@@ -17,7 +17,7 @@ void RequireFile(bool isRead, const std::string &path)
 }
 } // namespace
 
-double WindowSeconds() { return platform::GetTime(); }
+double WindowSeconds() { return vyr::platform::GetTime(); }
 
 int LoadPicture(const std::string &path)
 {

@@ -1,7 +1,7 @@
 #include "examples/Music.h"
 
 #include "examples/Example.h"
-#include "platform/Sound.h"
+#include "sound/Sound.h"
 
 #include <cstdio>
 

@@ -5,7 +5,7 @@
 
 #include "fuzz/Fuzz.h"
 #include "fuzz/MemoryFile.h"
-#include "platform/SoundDecoder.h"
+#include "sound/SoundDecoder.h"
 
 #include <array>
 
@@ -24,7 +24,7 @@ struct cMusic
     bool operator==(const cMusic &) const = default;
 };
 
-cMusic DecodeAll(platform::SoundDecoder &decoder, size_t most)
+cMusic DecodeAll(vyr::SoundDecoder &decoder, size_t most)
 {
     cMusic music;
     std::array<int16_t, 2 * blockFrames> block;
@@ -44,8 +44,8 @@ int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
 {
     static fuzz::cMemoryFile file;
     file.Write(data, size);
-    std::unique_ptr<platform::SoundDecoder> decoder;
-    const FMOD_RESULT result = platform::SoundDecoder::Open(file.Path().c_str(), decoder);
+    std::unique_ptr<vyr::SoundDecoder> decoder;
+    const FMOD_RESULT result = vyr::SoundDecoder::Open(file.Path().c_str(), decoder);
     FUZZ_EXPECT((result == FMOD_OK) == (decoder != nullptr));
     if (!decoder)
         return 0;

@@ -2,6 +2,6 @@
 
 #include "platform/Window.h"
 
-int CGDisplayPixelsWide(int) { return platform::GetDisplaySize().width; }
+int CGDisplayPixelsWide(int) { return vyr::platform::GetDisplaySize().width; }
 
-int CGDisplayPixelsHigh(int) { return platform::GetDisplaySize().height; }
+int CGDisplayPixelsHigh(int) { return vyr::platform::GetDisplaySize().height; }

@@ -2,7 +2,7 @@
 
 #include <cstring>
 
-namespace platform
+namespace vyr::platform
 {
 bool ResolveResource(const std::string &name, char *buffer, size_t size)
 {
@@ -14,4 +14,4 @@ bool ResolveResource(const std::string &name, char *buffer, size_t size)
     buffer[length] = '\0';
     return fits;
 }
-} // namespace platform
+} // namespace vyr::platform

@@ -1,6 +1,6 @@
 #include "platform/Window.h"
 
-namespace platform
+namespace vyr::platform
 {
 namespace
 {
@@ -31,4 +31,4 @@ bool IsEscapeHeld() { return Current().isEscapeHeld(); }
 double GetTime() { return Current().getTime(); }
 
 void StopWindowSystem() { Current().stop(); }
-} // namespace platform
+} // namespace vyr::platform

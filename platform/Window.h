@@ -3,7 +3,7 @@
 /// The one window with its OpenGL context, its Escape key and its timer. All calls belong to the
 /// main thread. Behind them stands one of two window systems: the screen's (GLFW), or one without a
 /// screen that gives the same context and draws into memory.
-namespace platform
+namespace vyr::platform
 {
 struct Size
 {
@@ -48,4 +48,4 @@ void SwapBuffers();
 bool IsEscapeHeld();
 double GetTime();
 void StopWindowSystem();
-} // namespace platform
+} // namespace vyr::platform

@@ -6,7 +6,7 @@
 #include <cstdio>
 #include <string>
 
-namespace platform
+namespace vyr::platform
 {
 namespace
 {
@@ -93,4 +93,4 @@ const WindowSystem &ScreenWindowSystem()
         IsEscapeDown, glfwGetTime,        Stop};
     return system;
 }
-} // namespace platform
+} // namespace vyr::platform

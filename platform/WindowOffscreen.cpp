@@ -10,7 +10,7 @@
 #include <cstring>
 #include <vector>
 
-namespace platform
+namespace vyr::platform
 {
 namespace
 {
@@ -179,4 +179,4 @@ const WindowSystem &OffscreenWindowSystem()
         IsNeverDown, GetSecondsSinceStart, Stop};
     return system;
 }
-} // namespace platform
+} // namespace vyr::platform

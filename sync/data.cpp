@@ -1,6 +1,6 @@
 #include "sync/data.h"
 
-#include "platform/Assert.h"
+#include "base/Assert.h"
 
 #include <algorithm>
 #include <bit>

@@ -1,6 +1,6 @@
 #include "sync/track.h"
 
-#include "platform/Assert.h"
+#include "base/Assert.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,4 +1,4 @@
-#include "platform/Sound.h"
+#include "sound/Sound.h"
 
 #include <cmath>
 #include <cstdio>

@@ -72,7 +72,7 @@ int main(int argc, char **argv)
         std::fprintf(stderr, "usage: examples-pictures FOLDER\n");
         return 2;
     }
-    platform::UseWindowSystem(platform::OffscreenWindowSystem());
+    vyr::platform::UseWindowSystem(vyr::platform::OffscreenWindowSystem());
     for (const auto &[name, example, seconds] : pictures) {
         Open();
         Draw(example, seconds);

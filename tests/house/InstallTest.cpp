@@ -24,7 +24,7 @@ const char *const pictureSource = R"(#include "engine/Renderer.h"
 #include <cstdio>
 int main()
 {
-    platform::UseWindowSystem(platform::OffscreenWindowSystem());
+    vyr::platform::UseWindowSystem(vyr::platform::OffscreenWindowSystem());
     vyr::tSingleton<vyr::cRenderer>::CreateSingleton();
     auto &renderer = vyr::tSingleton<vyr::cRenderer>::GetSingleton();
     std::printf("%d\n", renderer.Init(64, 36, false) ? renderer.GetWidth() : 0);

@@ -29,7 +29,7 @@ tPixel cPicture::At(int x, int y) const
 cOffscreenTest::cOffscreenTest(int width, int height)
     : mRenderer(Make<RendererHolder>()), mTextures(Make<TexturesHolder>())
 {
-    platform::UseWindowSystem(platform::OffscreenWindowSystem());
+    vyr::platform::UseWindowSystem(vyr::platform::OffscreenWindowSystem());
     mRenderer.SetScaleFactor({float(width) / 1280.0f, float(height) / 720.0f});
     EXPECT_TRUE(mRenderer.Init(width, height, false));
     mRenderer.Clear(vyr::cColor(0, 0, 0, 1));

@@ -1,7 +1,7 @@
 #include "tools/check/CheckLyrics.h"
 
+#include "base/Truncate.h"
 #include "demo/Show.h"
-#include "platform/Truncate.h"
 #include "tools/check/Contrast.h"
 #include "tools/check/Stage.h"
 #include "tools/support/Lyrics.h"
@@ -77,7 +77,7 @@ void CheckContrast(const std::string &path, cFindings &findings)
 void NotePhotos(const sync_track &track, std::set<int> &shown)
 {
     for (int row = 0; row < int(demo::kLastRow); row++)
-        shown.insert(platform::TruncateToInt(double(sync_get_val(&track, double(row)))));
+        shown.insert(vyr::TruncateToInt(double(sync_get_val(&track, double(row)))));
 }
 
 void CheckPhotosShown(tools::cTrackFolder &folder, cFindings &findings)

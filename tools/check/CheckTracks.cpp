@@ -1,7 +1,7 @@
 #include "tools/check/CheckTracks.h"
 
+#include "base/Truncate.h"
 #include "demo/Show.h"
-#include "platform/Truncate.h"
 #include "tools/support/Nearest.h"
 
 #include <algorithm>
@@ -44,7 +44,7 @@ std::string Range(const std::string &name)
 // As the show makes an index of a value; what is off is off whatever the number.
 bool IsIndexWithin(const cSubject &subject, float value)
 {
-    const int index = platform::TruncateToInt(double(value));
+    const int index = vyr::TruncateToInt(double(value));
     const bool isObject = subject.mName == demo::TrackName(demo::OBJECT_NUM);
     return index < EntryCount(subject.mName) && (!isObject || index >= -1);
 }

@@ -19,7 +19,7 @@ cStage::cStage()
 {
     // Mesa keeps compiled shaders between runs, and of a kept one it has no log to show.
     setenv("MESA_SHADER_CACHE_DISABLE", "true", 1);
-    platform::UseWindowSystem(platform::OffscreenWindowSystem());
+    vyr::platform::UseWindowSystem(vyr::platform::OffscreenWindowSystem());
     vyr::tSingleton<vyr::cRenderer>::CreateSingleton();
     vyr::tSingleton<vyr::cTextureManager>::CreateSingleton();
     mIsOpen = Renderer().Init(size, size, false);

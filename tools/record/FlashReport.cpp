@@ -1,6 +1,6 @@
 #include "tools/record/FlashReport.h"
 
-#include "platform/Truncate.h"
+#include "base/Truncate.h"
 
 #include <algorithm>
 #include <cmath>
@@ -32,8 +32,8 @@ double GetStep(float before, float after, bool choosesPicture)
 {
     if (!choosesPicture)
         return std::fabs(double(after) - double(before));
-    const int first = platform::TruncateToInt(double(before));
-    const int second = platform::TruncateToInt(double(after));
+    const int first = vyr::TruncateToInt(double(before));
+    const int second = vyr::TruncateToInt(double(after));
     return std::max(first, -1) != std::max(second, -1) ? 1.0 : 0.0;
 }
 

@@ -1,6 +1,6 @@
 #include "tools/record/Readback.h"
 
-#include "platform/Assert.h"
+#include "base/Assert.h"
 
 #include <epoxy/gl.h>
 

@@ -1,6 +1,6 @@
 #include "tools/record/ShowFiles.h"
 
-#include "platform/Truncate.h"
+#include "base/Truncate.h"
 #include "tools/record/Failure.h"
 #include "tools/support/Faults.h"
 #include "tools/support/Files.h"
@@ -115,8 +115,7 @@ void CheckObject(const char *path)
 // What `track` chooses at `row` among `count`; negative for nothing.
 int GetIndex(const demo::cShow &show, demo::eTrack track, double row, int count)
 {
-    const int index =
-        platform::TruncateToInt(double(sync_get_val(show.mTracks[size_t(track)], row)));
+    const int index = vyr::TruncateToInt(double(sync_get_val(show.mTracks[size_t(track)], row)));
     if (index >= count)
         throw cFailure(TrackFile(track) + ": " + std::to_string(index) + " at row " +
                        std::to_string(row) + ", where " + std::to_string(count - 1) +

@@ -1,10 +1,10 @@
 #include "tools/record/Stage.h"
 
+#include "base/Truncate.h"
 #include "demo/Frame.h"
 #include "engine/Renderer.h"
 #include "engine/Singleton.h"
 #include "engine/TextureManager.h"
-#include "platform/Truncate.h"
 #include "platform/Window.h"
 #include "tools/record/Failure.h"
 #include "tools/record/Readback.h"
@@ -29,12 +29,12 @@ std::string ToText(const cSize &size)
 // A context of a few pixels tells what the driver can do before it is asked for more.
 cSize GetMaximumSize()
 {
-    if (!platform::StartWindowSystem() || !platform::OpenWindow(16, 16, false))
+    if (!vyr::platform::StartWindowSystem() || !vyr::platform::OpenWindow(16, 16, false))
         throw cFailure(""); // the window system has said why
     GLint dimensions[2] = {}, textureSize = 0;
     glGetIntegerv(GL_MAX_VIEWPORT_DIMS, dimensions);
     glGetIntegerv(GL_MAX_TEXTURE_SIZE, &textureSize);
-    platform::StopWindowSystem();
+    vyr::platform::StopWindowSystem();
     return {std::min(dimensions[0], textureSize), std::min(dimensions[1], textureSize)};
 }
 
@@ -60,7 +60,7 @@ unsigned int CreateFramebuffer(const cSize &size)
 
 bool HasTunnel(const demo::cShow &show, double row)
 {
-    return platform::TruncateToInt(sync_get_val(show.mTracks[demo::TUNNEL_TEXTURE], row)) >= 0;
+    return vyr::TruncateToInt(sync_get_val(show.mTracks[demo::TUNNEL_TEXTURE], row)) >= 0;
 }
 
 void CloseRenderer()
@@ -73,7 +73,7 @@ void CloseRenderer()
 
 cStage::cStage(const cSize &size) : mSize(size)
 {
-    platform::UseWindowSystem(platform::OffscreenWindowSystem());
+    vyr::platform::UseWindowSystem(vyr::platform::OffscreenWindowSystem());
     CheckSize(size);
     RendererHolder::CreateSingleton();
     TexturesHolder::CreateSingleton();

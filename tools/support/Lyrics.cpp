@@ -1,7 +1,7 @@
 #include "tools/support/Lyrics.h"
 
+#include "base/Truncate.h"
 #include "demo/Show.h"
-#include "platform/Truncate.h"
 #include "tools/support/Files.h"
 
 #include <charconv>
@@ -17,7 +17,7 @@ const size_t maximumLyricsBytes = 1u << 20;
 // The lyric shown at `row`, or -1.
 int LyricAt(const sync_track &number, const sync_track &fade, float opacity, double row)
 {
-    const int lyric = platform::TruncateToInt(double(sync_get_val(&number, row)));
+    const int lyric = vyr::TruncateToInt(double(sync_get_val(&number, row)));
     return lyric >= 0 && sync_get_val(&fade, row) >= opacity ? lyric : -1;
 }
 

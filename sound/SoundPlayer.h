@@ -1,0 +1,51 @@
+#pragma once
+
+#include "sound/SoundDecoder.h"
+#include "sound/SoundOutput.h"
+
+#include <memory>
+#include <mutex>
+#include <thread>
+#include <vector>
+
+namespace vyr
+{
+/// Plays a stream from where its decoder is: a thread of its own decodes a little ahead of the ear,
+/// and keeps doing so on a silent output. Output and decoder have to outlive it.
+class SoundPlayer
+{
+public:
+    SoundPlayer(SoundOutput &output, SoundDecoder &decoder);
+    ~SoundPlayer(); ///< stops the sound
+    SoundPlayer(const SoundPlayer &) = delete;
+    SoundPlayer &operator=(const SoundPlayer &) = delete;
+
+    /// How many frames have been heard, with their fraction. Never goes back; stands still where
+    /// the stream has ended or the sound waits for data. By one thread.
+    double GetFrames();
+
+    int GetRate() const { return mRate; }
+
+private:
+    void Run(const std::stop_token &stop);
+    void Fill(const std::stop_token &stop);
+    void QueueBlock();
+    std::unique_ptr<SoundVoice> CreateSilence();
+    void Publish(const SoundProgress &progress);
+    double GetHeardFrames();
+
+    SoundOutput &mOutput;
+    SoundDecoder &mDecoder;
+    const int mRate;
+    double mReachedFrames = 0; // of whoever asks
+
+    std::unique_ptr<SoundVoice> mVoice; // this and what follows are the thread's
+    std::vector<int16_t> mBlock;
+    double mQueuedFrames = 0;
+    bool mHasEnded = false;
+
+    std::mutex mMutex; // over the progress
+    SoundProgress mProgress;
+    std::jthread mThread; // last: it uses all of the above
+};
+} // namespace vyr

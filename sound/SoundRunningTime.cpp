@@ -1,0 +1,23 @@
+#include "sound/SoundRunningTime.h"
+
+#include <algorithm>
+#include <chrono>
+
+namespace vyr
+{
+double SoundRunningTime::At(double now)
+{
+    if (!mHasStarted || now - mLatest > stoppedSeconds)
+        mLost += mHasStarted ? now - mLatest : now;
+    mHasStarted = true;
+    // Two threads may have read their clocks in the other order than they come here.
+    mLatest = std::max(mLatest, now);
+    return mLatest - mLost;
+}
+
+double SteadySeconds()
+{
+    using namespace std::chrono;
+    return duration<double>(steady_clock::now().time_since_epoch()).count();
+}
+} // namespace vyr
