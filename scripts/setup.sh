@@ -56,13 +56,27 @@ configure() {
         { cat "$log"; fail "could not configure, see above"; }
 }
 
-# configure_and_build PRESET [targets]: quiet unless it fails.
+# log_steps LOG: writes the build's output there, and a line here at each tenth of its steps.
+log_steps() {
+    local line percent announced=0
+    while IFS= read -r line; do
+        printf '%s\n' "$line"
+        [[ $line =~ ^\[\ *([0-9]+)(/([0-9]+)|%)\] ]] || continue
+        percent=$((BASH_REMATCH[1] * 100 / ${BASH_REMATCH[3]:-100}))
+        if [ $((percent / 10)) -gt $((announced / 10)) ]; then
+            announced=$percent
+            echo "  built: $percent %" >&2
+        fi
+    done >"$1"
+}
+
+# configure_and_build PRESET [targets]: how far it is, and nothing else unless it fails.
 configure_and_build() {
     local folder log
     folder=$(folder_of "$1")
     log=$folder/build.log
     configure "$1"
     shift
-    cmake --build "$folder" --parallel "$(nproc)" --target "${@:-all}" >"$log" 2>&1 ||
+    cmake --build "$folder" --parallel "$(nproc)" --target "${@:-all}" 2>&1 | log_steps "$log" ||
         { grep -vE '^\[ *[0-9]+(/[0-9]+|%)\]' "$log"; fail "could not build, see above"; }
 }

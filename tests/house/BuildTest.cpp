@@ -28,6 +28,20 @@ TEST_P(Configured, FolderKeepsItsGeneratorAndTakesThePreset)
 
 INSTANTIATE_TEST_SUITE_P(By, Configured, testing::Values("Unix Makefiles", "Ninja"));
 
+// A line a tenth, however the generator counts, and the whole output for whoever looks for a fault.
+TEST(Progress, IsALineATenthOfTheBuild)
+{
+    const fs::path root = house::FreshFolder("progress");
+    const std::string setup = ". " VYR_SOURCE_DIR "/scripts/setup.sh; ";
+    const auto ninja = house::Shell(
+        setup + "seq -f '[%g/40] Building' 1 9 | log_steps build.log; wc -l <build.log", root);
+    EXPECT_EQ(ninja.mErrors, "  built: 10 %\n  built: 20 %\n") << house::Transcript(ninja);
+    EXPECT_EQ(ninja.mOutput, "9\n");
+    const auto make =
+        house::Shell(setup + "printf '%s\n' '[  9%] A' 'gcc' '[ 31%] B' | log_steps log", root);
+    EXPECT_EQ(make.mErrors, "  built: 31 %\n") << house::Transcript(make);
+}
+
 // What the build runs for the tracks of a timeline, in a folder of the test's own.
 class Tracks : public testing::Test
 {

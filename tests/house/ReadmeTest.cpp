@@ -76,8 +76,7 @@ protected:
 TEST_F(Typed, ReadmeWorksFromItsFirstCommandToItsLast)
 {
     const std::string script = house::Script(
-        VYR_SOURCE_DIR "/README.md", {{"./test", "./test plain"},
-                                      {"-o show.mp4", "-o show.mp4 --to 16 --size 320x180"},
+        VYR_SOURCE_DIR "/README.md", {{"-o show.mp4", "-o show.mp4 --to 16 --size 320x180"},
                                       {"-o part$k.mp4", "--to 32 --size 320x180 -o part$k.mp4"},
                                       {"--sheet", "--sheet --to 352"},
                                       {"--to 704", "--to 648"},
