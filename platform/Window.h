@@ -38,7 +38,7 @@ bool StartWindowSystem();
 Size GetDisplaySize();
 
 /// Opens the window: 8 bits each of red, green, blue and alpha, 16 bits of depth, no stencil, and a
-/// context that has the fixed-function pipeline.
+/// context that has the fixed-function pipeline. A full-screen window hides the mouse pointer.
 bool OpenWindow(int width, int height, bool fullscreen);
 void SetSwapInterval(int frames);
 void SetWindowTitle(const char *title);

@@ -53,6 +53,8 @@ bool Open(int width, int height, bool fullscreen)
                               nullptr);
     if (!window)
         return false;
+    if (fullscreen) // a pointer would stand in the picture
+        glfwSetInputMode(window, GLFW_CURSOR, GLFW_CURSOR_HIDDEN);
     glfwMakeContextCurrent(window);
     return true;
 }

@@ -80,6 +80,18 @@ TEST_F(Window, FillsTheScreen)
     EXPECT_EQ(mScreen.Height(), 720);
 }
 
+TEST_F(Window, HidesThePointerWhereItFillsTheScreen)
+{
+    Open(1280, 720, true);
+    EXPECT_TRUE(mScreen.HidesPointer());
+}
+
+TEST_F(Window, LeavesThePointerWhereOtherWindowsAre)
+{
+    Open(320, 180, false);
+    EXPECT_FALSE(mScreen.HidesPointer());
+}
+
 TEST_F(Window, ShowsWhatWasDrawn)
 {
     Open(320, 180, false);

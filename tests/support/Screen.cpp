@@ -1,5 +1,6 @@
 #include "tests/support/Screen.h"
 
+#include <algorithm>
 #include <chrono>
 #include <stdexcept>
 #include <thread>
@@ -7,6 +8,7 @@
 #include <X11/Xatom.h>
 #include <X11/Xlib.h>
 #include <X11/Xutil.h>
+#include <X11/extensions/Xfixes.h>
 #include <X11/keysym.h>
 
 namespace test
@@ -46,7 +48,8 @@ XWindowAttributes AttributesOf(void *display, Window window)
     return attributes;
 }
 
-const long fromPager = 2; // a window manager may refuse programs what it grants the user
+const double hangSeconds = 600; // on the busiest machine
+const long fromPager = 2;       // a window manager may refuse programs what it grants the user
 
 template <typename Condition>
 bool WaitUntil(double seconds, const Condition &holds)
@@ -98,14 +101,15 @@ void cScreen::SendKey(int type) const
     event.xkey.same_screen = True;
     event.xkey.keycode = XKeysymToKeycode(display, XK_Escape);
     XSendEvent(display, mWindow, False, KeyPressMask | KeyReleaseMask, &event);
-    XFlush(display);
+    XSync(display, False);
 }
 
 void cScreen::PressEscape() const { SendKey(KeyPress); }
 
 void cScreen::ReleaseEscape() const { SendKey(KeyRelease); }
 
-void cScreen::RequestClose() const
+// What a window manager says to a window.
+void cScreen::SendProtocol(const char *name) const
 {
     Display *display = AsDisplay(mDisplay);
     XEvent event = {};
@@ -113,9 +117,45 @@ void cScreen::RequestClose() const
     event.xclient.window = mWindow;
     event.xclient.message_type = XInternAtom(display, "WM_PROTOCOLS", False);
     event.xclient.format = 32;
-    event.xclient.data.l[0] = long(XInternAtom(display, "WM_DELETE_WINDOW", False));
+    event.xclient.data.l[0] = long(XInternAtom(display, name, False));
+    event.xclient.data.l[2] = long(mWindow);
     XSendEvent(display, mWindow, False, NoEventMask, &event);
-    XFlush(display);
+    XSync(display, False);
+}
+
+void cScreen::RequestClose() const { SendProtocol("WM_DELETE_WINDOW"); }
+
+// The window library sends the message on to the root window.
+bool cScreen::AnswersPing() const
+{
+    Display *display = AsDisplay(mDisplay);
+    XSelectInput(display, DefaultRootWindow(display), SubstructureNotifyMask);
+    SendProtocol("_NET_WM_PING");
+    const Atom ping = XInternAtom(display, "_NET_WM_PING", False);
+    bool hasAnswered = false;
+    WaitUntil(hangSeconds, [&] {
+        XEvent event;
+        while (!hasAnswered && XCheckTypedEvent(display, ClientMessage, &event))
+            hasAnswered = Atom(event.xclient.data.l[0]) == ping;
+        return hasAnswered || !IsShown();
+    });
+    XSelectInput(display, DefaultRootWindow(display), NoEventMask);
+    return hasAnswered;
+}
+
+bool cScreen::HidesPointer() const
+{
+    Display *display = AsDisplay(mDisplay);
+    XWarpPointer(display, None, mWindow, 0, 0, 0, 0, Width() / 2, Height() / 2);
+    XSync(display, False);
+    XFixesCursorImage *image = XFixesGetCursorImage(display);
+    if (!image)
+        throw std::runtime_error("the display tells nothing of its pointer");
+    const size_t count = size_t(image->width) * image->height;
+    const bool isHidden = std::all_of(image->pixels, image->pixels + count,
+                                      [](unsigned long argb) { return (argb >> 24 & 255) == 0; });
+    XFree(image);
+    return isHidden;
 }
 
 bool cScreen::WaitForWindowManager(double seconds) const

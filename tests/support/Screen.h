@@ -23,6 +23,10 @@ public:
     void PressEscape() const;
     void ReleaseEscape() const;
     void RequestClose() const;
+    /// Asks the window's program for a sign of life, as a window manager does. True when it
+    /// answers: then it has seen all that was sent to it before. False when the window is gone.
+    bool AnswersPing() const;
+    bool HidesPointer() const;        ///< moves the mouse pointer over the window and looks at it
     bool IsShown() const;             ///< not minimised, and on the desktop that is shown
     void Cover(double seconds) const; ///< lays a window over all of it, and takes it away again
     /// The colour of one pixel of the window, 0xRRGGBB.
@@ -37,6 +41,7 @@ public:
 
 private:
     void SendKey(int type) const;
+    void SendProtocol(const char *name) const;
     void AskWindowManager(const char *what, long first, long second) const;
 
     void *mDisplay;
