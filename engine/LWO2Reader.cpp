@@ -39,6 +39,13 @@ bool ReadFormHeader(FILE *file, int &end)
     return type == "LWO2";
 }
 
+// A form may state more than its file holds: where the last chunk is whole, so is the object. A
+// chunk that was skipped and cut off has left its end behind the file's.
+bool IsFilesEnd(FILE *file, long position)
+{
+    return std::fseek(file, 0, SEEK_END) == 0 && std::ftell(file) == position;
+}
+
 FILE *OpenResource(const std::string &filename)
 {
     char path[maximumPath];
@@ -78,10 +85,10 @@ bool cLWO2Reader::SkipChunk()
 
 bool cLWO2Reader::ReadChunks(int end)
 {
-    while (std::ftell(mFile) < end) {
+    for (long start = std::ftell(mFile); start < end; start = std::ftell(mFile)) {
         std::string tag;
         if (!ReadId(mFile, tag))
-            return false;
+            return IsFilesEnd(mFile, start);
         const eChunk chunk = ReadChunk(tag);
         if (chunk == eChunk::Malformed || (chunk == eChunk::Skip && !SkipChunk()))
             return false;

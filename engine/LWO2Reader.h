@@ -31,7 +31,7 @@ public:
     /// reader lives, nobody else changes the object's polygons and surfaces.
     cLWO2Reader(std::FILE *file, c3DObject &object) : mFile(file), mObject(object) {}
 
-    /// All chunks up to the position `end`.
+    /// All chunks up to the position `end`, or to the file's end where that comes first.
     bool ReadChunks(int end);
 
     /// Whether all polygons that were read find their vertices, now that all is read.

@@ -320,11 +320,47 @@ TEST_F(LWO2, RefusesMalformedChunks)
         ExpectRefused(Form(chunks), why);
 }
 
-TEST_F(LWO2, CutOffAnywhereIsRefused)
+// Where the file ends between two chunks, those before are the object.
+TEST_F(LWO2, FormThatStatesMoreThanItsFileHoldsIsReadToTheEnd)
 {
-    const std::string whole = Form(TriangleChunks() + Clip(1, "data/none.png"));
-    for (size_t length = 0; length < whole.size(); length++)
-        ExpectRefused(whole.substr(0, length), std::to_string(length).c_str());
+    for (const uint32_t more : {1u, 7u, 8u, 1000u, 0x70000000u}) {
+        const std::string chunks = TriangleChunks() + Chunk("LAYR", "four");
+        const auto object = Read("FORM" + U4(uint32_t(chunks.size()) + 4 + more) + "LWO2" + chunks);
+        ASSERT_NE(object, nullptr) << more;
+        EXPECT_EQ(object->mVertices.size(), 3u);
+        EXPECT_EQ(object->mVertices[1].mNormal.z, 1.0f);
+        EXPECT_EQ(object->mSurfaces[0].mColor.g, 0.0f);
+    }
+}
+
+TEST_F(LWO2, FormThatStatesMoreThanItsFileHoldsStillNeedsWholeChunks)
+{
+    const std::string head = "FORM" + U4(1000) + "LWO2" + TriangleChunks();
+    const std::string marked = marker;
+    for (size_t length = 1; length < marked.size(); length++)
+        ExpectRefused(head + marked.substr(0, length), "known chunk");
+    const std::string skipped = Chunk("LAYR", "four");
+    for (size_t length = 1; length < skipped.size(); length++)
+        ExpectRefused(head + skipped.substr(0, length), "skipped chunk");
+}
+
+TEST_F(LWO2, CutOffInAChunkIsRefused)
+{
+    const std::vector<std::string> chunks = {
+        Tags({"skin"}),        Points({{0, 0}, {1, 0}, {0, 1}}),    Faces({{0, 1, 2}}),
+        PolygonTags({{0, 0}}), Surface("skin", ColorPart(1, 0, 0)), Clip(1, "data/none.png")};
+    std::string all;
+    for (const std::string &chunk : chunks)
+        all += chunk;
+    const std::string whole = Form(all), header = whole.substr(0, 12);
+    for (size_t length = 0; length < header.size(); length++)
+        ExpectRefused(whole.substr(0, length), "header");
+    size_t start = header.size();
+    for (const std::string &chunk : chunks) {
+        for (size_t length = start + 1; length < start + chunk.size(); length++)
+            ExpectRefused(whole.substr(0, length), std::to_string(length).c_str());
+        start += chunk.size();
+    }
     EXPECT_NE(Read(whole), nullptr);
 }
 
