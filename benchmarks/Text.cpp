@@ -91,13 +91,13 @@ std::vector<cCopy> PlaceGlyphs(cOpenFont &font)
     return copies;
 }
 
-void UploadBare(GLint format, const std::vector<unsigned char> &pixels)
+void UploadBare(const std::vector<unsigned char> &pixels)
 {
     GLuint texture = 0;
     glGenTextures(1, &texture);
     glBindTexture(GL_TEXTURE_2D, texture);
     glPixelStorei(GL_UNPACK_ALIGNMENT, 1);
-    glTexImage2D(GL_TEXTURE_2D, 0, format, width, height, 0, GL_LUMINANCE, GL_UNSIGNED_BYTE,
+    glTexImage2D(GL_TEXTURE_2D, 0, GL_ALPHA8, width, height, 0, GL_ALPHA, GL_UNSIGNED_BYTE,
                  pixels.data());
     glPixelStorei(GL_UNPACK_ALIGNMENT, 4);
     glDeleteTextures(1, &texture);
@@ -111,7 +111,7 @@ void CopyGlyphsBare(const cOpenFont &font, const std::vector<cCopy> &copies)
             for (int x = 0; x < copy.mWidth; x++)
                 image[copy.mTo + size_t(row * width + x)] =
                     font.GetPage()[4 * (copy.mFrom + size_t(row * font.GetPageWidth() + x)) + 3];
-    UploadBare(GL_INTENSITY8, image);
+    UploadBare(image);
 }
 
 void CompareText(cOpenFont &font)

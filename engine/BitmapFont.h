@@ -108,11 +108,11 @@ public:
     /// which is the caller's; -1 without lines. A size that OpenGL can't hold (negative, not a
     /// number, too large) makes an empty texture of 0 by 0.
     ///
-    /// The texture holds coverage, 0 to 1, as its colour and its alpha alike, so the current colour
-    /// tints it when it is drawn, and what is around the letters stays with any of the usual blend
-    /// functions. With GL_ONE, GL_ONE_MINUS_SRC_ALPHA the letters' edges are exact;
-    /// GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA counts coverage twice and makes them a little thinner.
-    /// `color` is accepted and not used.
+    /// The texture holds coverage, 0 to 1, as its alpha, and no colour of its own: drawn, it is the
+    /// current colour, and the current alpha times the coverage. With the blend function that
+    /// `InitGL` sets (GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA) the letters have the edges that the
+    /// font has, and what is around them stays; a blend function that leaves alpha out draws the
+    /// whole rectangle. A shader reads the coverage as alpha. `color` is accepted and not used.
     ///
     /// Spaces at the start of a left-aligned line are skipped. A character without a glyph (a space
     /// of width 0 too) prints "BitmapFont: WARNING, unable to draw character from string: LINE" and

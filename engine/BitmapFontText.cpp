@@ -200,9 +200,10 @@ bool CanBeTexture(int width, int height)
 }
 
 // The manager gives the texture one component, which OpenGL takes for brightness: such a text would
-// be opaque everywhere, black around its letters. As an intensity, which is one component too, the
-// coverage is brightness and alpha in one. The manager would read four bytes a pixel, so it gets
-// none: the coverage goes up by itself, rows closely packed whatever the caller has set.
+// be opaque everywhere, black around its letters. As alpha, which is one component too, the
+// coverage is counted once by the usual blend function, and the colour is the current one. The
+// manager would read four bytes a pixel, so it gets none: the coverage goes up by itself, rows
+// closely packed whatever the caller has set.
 int UploadCoverage(const std::vector<unsigned char> &coverage, int width, int height)
 {
     auto &textures = tSingleton<cTextureManager>::GetSingleton();
@@ -212,7 +213,7 @@ int UploadCoverage(const std::vector<unsigned char> &coverage, int width, int he
     glPixelStorei(GL_UNPACK_ALIGNMENT, 1);
     for (const int unused : {GL_UNPACK_ROW_LENGTH, GL_UNPACK_SKIP_ROWS, GL_UNPACK_SKIP_PIXELS})
         glPixelStorei(GLenum(unused), 0);
-    glTexImage2D(GL_TEXTURE_2D, 0, GL_INTENSITY8, width, height, 0, GL_LUMINANCE, GL_UNSIGNED_BYTE,
+    glTexImage2D(GL_TEXTURE_2D, 0, GL_ALPHA8, width, height, 0, GL_ALPHA, GL_UNSIGNED_BYTE,
                  coverage.data());
     glPopClientAttrib();
     return texture;

@@ -59,8 +59,6 @@ void Draw(double seconds)
 {
     glColor4f(1, 1, 1, 0.5f);
     Renderer().Post_DrawSprite(dial, {384, 104}, {1.5f, 1.5f}, float(10 * seconds));
-    // Text holds its coverage in its colours too, so this blend function keeps its edges exact.
-    glBlendFunc(GL_ONE, GL_ONE_MINUS_SRC_ALPHA);
     glColor4f(1, 0.7f, 0.28f, 1);
     Renderer().Post_DrawSprite(heading, {360, 90}, {2, 2}, 0);
     glColor4f(0.96f, 0.91f, 0.82f, 1);

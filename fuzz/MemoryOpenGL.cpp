@@ -10,7 +10,7 @@ int unpackAlignment = 4, savedAlignment = 4;
 GLuint lastName = 0;
 std::vector<unsigned char> lastUpload;
 
-int ChannelsOf(GLenum format) { return format == GL_LUMINANCE ? 1 : format == GL_RGB ? 3 : 4; }
+int ChannelsOf(GLenum format) { return format == GL_ALPHA ? 1 : format == GL_RGB ? 3 : 4; }
 
 void GenTextures(GLsizei, GLuint *names) { *names = ++lastName; }
 void DeleteTextures(GLsizei, const GLuint *) {}

@@ -89,7 +89,7 @@ protected:
         tBytes bytes(size_t(size.x * size.y));
         glBindTexture(GL_TEXTURE_2D, mTextures.GetTexture(id).mHandle);
         glPixelStorei(GL_PACK_ALIGNMENT, 1);
-        glGetTexImage(GL_TEXTURE_2D, 0, GL_LUMINANCE, GL_UNSIGNED_BYTE, bytes.data());
+        glGetTexImage(GL_TEXTURE_2D, 0, GL_ALPHA, GL_UNSIGNED_BYTE, bytes.data());
         std::vector<tBytes> rows;
         for (auto row = bytes.begin(); row != bytes.end(); row += std::ptrdiff_t(size.x))
             rows.emplace_back(row, row + std::ptrdiff_t(size.x));
@@ -436,35 +436,33 @@ protected:
     int mText = -1;
 };
 
-TEST_F(TextOverAPicture, TheBlendFunctionOfEveryShowLeavesThePictureAroundTheLetters)
+// By the blend function of every show. Where the font covers half a pixel, half of it is text.
+TEST_F(TextOverAPicture, EdgesAreThoseOfTheFont)
 {
-    const std::vector<tPixel> pixels = DrawText();
-    EXPECT_EQ(pixels[0], (tPixel{255, 255, 255, 255}));
-    EXPECT_EQ(pixels[2], mPicturePixel);
-    EXPECT_EQ(pixels[3], mPicturePixel);
-}
-
-// Half of white, half of the picture.
-TEST_F(TextOverAPicture, EdgesAreExactWithTheFunctionForMultipliedAlpha)
-{
-    glBlendFunc(GL_ONE, GL_ONE_MINUS_SRC_ALPHA);
     const std::vector<tPixel> pixels = DrawText();
     EXPECT_EQ(pixels[0], (tPixel{255, 255, 255, 255}));
     EXPECT_NEAR(pixels[1][0], 128, 1);
     EXPECT_NEAR(pixels[1][1], 128 + 51, 1);
     EXPECT_NEAR(pixels[1][2], 128 + 102, 1);
     EXPECT_EQ(pixels[2], mPicturePixel);
+    EXPECT_EQ(pixels[3], mPicturePixel);
 }
 
-TEST_F(TextOverAPicture, AddedUpAndBrightnessBlendedItShowsThePictureToo)
+TEST_F(TextOverAPicture, CoverageOnBlackIsTheBrightnessOfWhiteText)
 {
-    for (GLenum function : {GLenum(GL_ONE), GLenum(GL_ONE_MINUS_SRC_COLOR)}) {
-        mRenderer.Clear(mPicture);
-        glBlendFunc(GL_ONE, function);
-        const std::vector<tPixel> pixels = DrawText();
-        EXPECT_EQ(pixels[0], (tPixel{255, 255, 255, 255}));
-        EXPECT_EQ(pixels[2], mPicturePixel);
-    }
+    mRenderer.Clear(vyr::cColor(0, 0, 0, 1));
+    EXPECT_NEAR(DrawText()[1][0], 128, 1);
+}
+
+// Without blending the colour is the current one wherever the text's image is.
+TEST_F(TextOverAPicture, ColorIsTheCurrentOneWhateverTheCoverage)
+{
+    glDisable(GL_BLEND);
+    glColor4f(1, 0.4f, 0.2f, 1);
+    const std::vector<tPixel> pixels = DrawText();
+    EXPECT_EQ(pixels[0], (tPixel{255, 102, 51, 255}));
+    EXPECT_EQ(pixels[1], (tPixel{255, 102, 51, 128}));
+    EXPECT_EQ(pixels[2], (tPixel{255, 102, 51, 0}));
 }
 
 TEST_F(TextOverAPicture, TheCurrentColorTintsAndFades)
