@@ -12,7 +12,7 @@
 namespace
 {
 // A file cut short keeps its stated number of keys, as zeros. Past this many missing keys the count
-// is no longer that of a damaged file but noise: its memory counts as not to be had.
+// is no longer that of a damaged file but noise: it is treated as a failed allocation.
 const int maximumMissingKeys = 1 << 20;
 
 void *OpenFile(const char *path, const char *mode) { return std::fopen(path, mode); }
@@ -56,14 +56,14 @@ uint32_t FromLittleEndian(const unsigned char *bytes)
 bool ReadKey(const sync_io_cb &io, void *file, sync_key &key)
 {
     unsigned char bytes[4] = {};
-    if (io.read(bytes, 4, 1, file) != 1)
+    if (io.read(bytes, 4, 1, file) == 0)
         return false;
     key.row = static_cast<int>(FromLittleEndian(bytes));
-    if (io.read(bytes, 4, 1, file) != 1)
+    if (io.read(bytes, 4, 1, file) == 0)
         return false;
     key.value = std::bit_cast<float>(FromLittleEndian(bytes));
     signed char type = 0;
-    if (io.read(&type, 1, 1, file) != 1)
+    if (io.read(&type, 1, 1, file) == 0)
         return false;
     key.type = type;
     return true;

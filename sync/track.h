@@ -18,7 +18,9 @@ struct sync_key
 };
 
 /// A named curve: keys in ascending order of row. Owned by its device (see sync/data.h).
-/// `keys` is null in a track without keys, and where the memory for them was not to be had.
+/// `keys` is null in a track without keys, and where the file's count was no count of keys
+/// (negative, or over 2^20 more than the file holds) or the memory for them could not be allocated:
+/// `num_keys` is the count all the same.
 struct sync_track
 {
     char *name;
@@ -27,12 +29,13 @@ struct sync_track
 };
 
 /// Index of the key at `row`, or -i - 1 when no key lies there, i being the number of keys before
-/// `row`. Of several keys on one row, the one that the bisection meets first.
+/// `row`. Of several keys on one row, the one that the bisection meets first. Where `keys` is null,
+/// all `num_keys` of them count as lying on row 0; a negative `num_keys` is an assertion.
 int sync_find_key(const sync_track *track, int row);
 
 /// Value of `track` at `row` (rows, fractional). Before the first key: the first value; at and
-/// after the last: the last. A track without keys is 0 everywhere. A key between which and the next
-/// one `row` lies must have one of the four types: any other is an assertion. Rows outside the
-/// signed 32-bit range count as the smallest row. Any number of threads may sample one loaded
-/// track.
+/// after the last: the last. A track without keys, or with null for `keys`, is 0 everywhere; one
+/// with a negative number of keys is an assertion. A key between which and the next one `row` lies
+/// must have one of the four types: any other is an assertion. Rows outside the signed 32-bit range
+/// count as the smallest row. Any number of threads may sample one loaded track.
 float sync_get_val(const sync_track *track, double row);

@@ -131,6 +131,25 @@ TEST_F(Device, NoiseForACountAsksForNoMemory)
     EXPECT_EQ(sync_get_val(track, 5.0), 0.0f);
 }
 
+// A million missing keys are those of a damaged file; one more, and the count is noise.
+TEST_F(Device, MoreThanTwoToTheTwentyMissingKeysAreNone)
+{
+    const unsigned limit = 1u << 20;
+    const int before = test::CountOpenFiles();
+    const sync_track *damaged = Load(Header(1 + limit) + fiveTwoAndAHalf);
+    ASSERT_NE(damaged->keys, nullptr);
+    EXPECT_EQ(damaged->num_keys, int(1 + limit));
+    ExpectKey(damaged->keys[limit], 0, 0.0f, 0);
+    EXPECT_EQ(test::CountOpenFiles(), before);
+
+    test::WriteFile("t_noise.track", Header(2 + limit) + fiveTwoAndAHalf);
+    const sync_track *noise = sync_get_track(mDevice, "noise");
+    EXPECT_EQ(noise->keys, nullptr);
+    EXPECT_EQ(noise->num_keys, int(2 + limit));
+    EXPECT_EQ(sync_get_val(noise, 5.0), 0.0f);
+    EXPECT_EQ(test::CountOpenFiles(), before + 1);
+}
+
 TEST_F(Device, NegativeCountIsKeptAndTheFileStaysOpen)
 {
     const int before = test::CountOpenFiles();
@@ -174,7 +193,7 @@ void *CountedOpen(const char *path, const char *mode)
 
 size_t CountedRead(void *destination, size_t size, size_t count, void *)
 {
-    static const std::string file = Header(1) + fiveTwoAndAHalf;
+    static const std::string file = Header(1) + fiveTwoAndAHalf.substr(0, 8) + '\3';
     if (readAt + size * count > file.size())
         return 0;
     std::memcpy(destination, file.data() + readAt, size * count);
@@ -200,6 +219,29 @@ TEST_F(Device, ReadsThroughTheOperationsItWasGivenAndOncePerName)
     EXPECT_EQ(sync_get_track(mDevice, "some:name"), track);
     EXPECT_EQ(openedFiles, 1);
     EXPECT_EQ(closedFiles, 1);
+}
+
+// Some count bytes instead of items.
+size_t ReadAndCountBytes(void *destination, size_t size, size_t count, void *handle)
+{
+    return size * CountedRead(destination, size, count, handle);
+}
+
+size_t ReadAndAnswerTheLargestNumber(void *destination, size_t size, size_t count, void *handle)
+{
+    return CountedRead(destination, size, count, handle) == 0 ? 0 : size_t(-1);
+}
+
+TEST_F(Device, AnyAnswerOfAReadButZeroIsARead)
+{
+    for (const auto read : {ReadAndCountBytes, ReadAndAnswerTheLargestNumber}) {
+        sync_io_cb io{CountedOpen, read, CountedClose};
+        sync_set_io_cb(mDevice, &io);
+        const sync_track *track =
+            sync_get_track(mDevice, read == ReadAndCountBytes ? "bytes" : "largest");
+        ASSERT_EQ(track->num_keys, 1);
+        ExpectKey(track->keys[0], 5, 2.5f, SYNC_KEY_QUADRATIC);
+    }
 }
 
 TEST_F(Device, NamesDifferByCase)
