@@ -55,7 +55,7 @@ void ExpectLegal(const tracks::cTrack &track)
     FUZZ_EXPECT(track.mName.find('\0') == std::string::npos);
 }
 
-std::string DumpOf(std::vector<tracks::cTrack> &made)
+std::string DumpOf(std::vector<tracks::cTrack> &made, const tools::cTempo &tempo)
 {
     std::vector<sync_track> loaded;
     std::vector<const sync_track *> pointers;
@@ -63,13 +63,13 @@ std::string DumpOf(std::vector<tracks::cTrack> &made)
         loaded.push_back({track.mName.data(), track.mKeys.data(), int(track.mKeys.size())});
     for (const sync_track &track : loaded)
         pointers.push_back(&track);
-    return tracks::Dump(pointers);
+    return tracks::Dump(pointers, tempo);
 }
 
-void ExpectTheSameFromItsDump(std::vector<tracks::cTrack> &made)
+void ExpectTheSameFromItsDump(std::vector<tracks::cTrack> &made, const tools::cTempo &tempo)
 {
     tracks::tTextFaults faults;
-    const auto again = tracks::Compile(tracks::ParseTimeline(DumpOf(made), faults), faults);
+    const auto again = tracks::Compile(tracks::ParseTimeline(DumpOf(made, tempo), faults), faults);
     FUZZ_EXPECT(faults.empty());
     FUZZ_EXPECT(again.size() == made.size());
     for (size_t i = 0; i < made.size(); i++) {
@@ -92,6 +92,6 @@ int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
         return 0;
     for (const tracks::cTrack &track : made)
         ExpectLegal(track);
-    ExpectTheSameFromItsDump(made);
+    ExpectTheSameFromItsDump(made, timeline.mTempo);
     return 0;
 }

@@ -50,6 +50,16 @@ TEST(Compiler, AKeyHoldsUnlessItsLineOrItsTrackSaysOtherwise)
                 ElementsAre(sync_key{0, 1, smoothstep}, sync_key{8, 2, hold}));
 }
 
+// 6 rows a beat, 3 beats a bar, 120 beats a minute: 12 rows a second.
+TEST(Compiler, TimesAreThoseOfTheTempo)
+{
+    EXPECT_THAT(KeysOf("# a waltz\ntempo 120 6 3\ntrack a\n 1:0 1\n 2:1:5 2\n 10s 3\n"),
+                ElementsAre(sync_key{18, 1, hold}, sync_key{47, 2, hold}, sync_key{120, 3, hold}));
+    EXPECT_THAT(KeysOf("tempo 97.3\ntrack a\n 1:0 1\n 1s 2"), // 12.97 rows a second
+                ElementsAre(sync_key{13, 2, hold}, sync_key{32, 1, hold}));
+    EXPECT_THAT(KeysOf("tempo 60 2\ntrack a\n 1:0 1"), ElementsAre(sync_key{8, 1, hold}));
+}
+
 TEST(Compiler, NamesStandForValuesAndForOtherNames)
 {
     EXPECT_THAT(KeysOf("photo.tovak04 = 5\nbest=photo.tovak04 # the one\ntrack image:left\n"

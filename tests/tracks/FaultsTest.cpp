@@ -40,10 +40,10 @@ TEST_P(OneFault, IsNamedWithItsPlace)
 INSTANTIATE_TEST_SUITE_P(
     Timeline, OneFault,
     testing::Values(
-        cCase{"nonsense", "t:1:1: expected a key, NAME = VALUE, track, section, repeat or tracks, "
-                          "found 'nonsense'"},
-        cCase{"trak a", "t:1:1: expected a key, NAME = VALUE, track, section, repeat or tracks, "
-                        "found 'trak', nearest known name 'track'"},
+        cCase{"nonsense", "t:1:1: expected a key, NAME = VALUE, track, section, repeat, tracks "
+                          "or tempo, found 'nonsense'"},
+        cCase{"trak a", "t:1:1: expected a key, NAME = VALUE, track, section, repeat, tracks "
+                        "or tempo, found 'trak', nearest known name 'track'"},
         cCase{"0 1", "t:1:1: expected a track line before the first key, found '0'"},
         cCase{"track", "t:1:6: expected a track's name"},
         cCase{"track a x", "t:1:9: expected hold, linear, smoothstep or quadratic, found 'x'"},
@@ -52,6 +52,30 @@ INSTANTIATE_TEST_SUITE_P(
         cCase{"track \"a", "t:1:7: expected a closing quote, found the end of the line"},
         cCase{"track \"a\\q\"", "t:1:9: expected an escape"},
         cCase{"track a\x01", "t:1:8: expected printable text, found '\\x01'"},
+        cCase{"tempo", "t:1:6: expected beats a minute, 1 to 10000, found the end of the line"},
+        cCase{"tempo x", "t:1:7: expected beats a minute, 1 to 10000, found 'x'"},
+        cCase{"tempo 0", "t:1:7: expected beats a minute, 1 to 10000, found '0'"},
+        cCase{"tempo -132", "t:1:7: expected beats a minute, 1 to 10000, found '-132'"},
+        cCase{"tempo inf", "t:1:7: expected beats a minute, 1 to 10000, found 'inf'"},
+        cCase{"tempo nan", "t:1:7: expected beats a minute, 1 to 10000, found 'nan'"},
+        cCase{"tempo 1e9", "t:1:7: expected beats a minute, 1 to 10000, found '1e9'"},
+        cCase{"tempo 10000.1", "t:1:7: expected beats a minute, 1 to 10000, found '10000.1'"},
+        cCase{"tempo 132bpm", "t:1:7: expected beats a minute, 1 to 10000, found '132bpm'"},
+        cCase{"tempo 132 0", "t:1:11: expected rows a beat, 1 to 1000, found '0'"},
+        cCase{"tempo 132 1000000000", "t:1:11: expected rows a beat, 1 to 1000, found"},
+        cCase{"tempo 132 8.5", "t:1:11: expected rows a beat, 1 to 1000, found '8.5'"},
+        cCase{"tempo 132 8 -4", "t:1:13: expected beats a bar, 1 to 1000, found '-4'"},
+        cCase{"tempo 132 8 99999999999", "t:1:13: expected beats a bar, 1 to 1000, found"},
+        cCase{"tempo 132 8 4 2", "t:1:15: expected the end of the line, found '2'"},
+        cCase{"tempo 132\ntempo 132",
+              "t:2:1: expected tempo only once (line 1 has said it), found"},
+        cCase{"# x\n\ntracks a\n tempo 132",
+              "t:4:2: expected tempo before anything else (line 3 is the first), found 'tempo'"},
+        cCase{"tempo = 132", "t:1:1: expected a name (a letter first, no keyword)"},
+        cCase{"track a\n 1.5s 0",
+              "t:2:2: expected rows (768) or bars:beats:rows (24:0:0), as there are no seconds "
+              "without a tempo line, found '1.5s'"},
+        cCase{"tempo 90 5 3\ntrack a\n 0:3 1", "t:3:2: expected a beat from 0 to 2 behind the bar"},
         cCase{"tracks", "t:1:7: expected a track's name"},
         cCase{"tracks a a", "t:1:10: expected a track that is not declared yet, found 'a'"},
         cCase{"tracks fade:bg_white\ntrack fade:bg_whte",
@@ -120,6 +144,18 @@ TEST(Faults, AllOfATimelineAreReportedInOneRunInTheirOrder)
                 ElementsAre(StartsWith("t:1:5: "), StartsWith("t:2:9: "), StartsWith("t:4:4: "),
                             StartsWith("t:6:2: "), StartsWith("t:7:14: "),
                             StartsWith("t:10:13: ")));
+}
+
+// What times mean is not known after it: they are all let through.
+TEST(Faults, AFaultyTempoBringsNoOthers)
+{
+    for (const char *tempo :
+         {"tempo x", "tempo 132 0", "tempo 1 9 99999", "tempo", "tempo 132 8 4 2"})
+        EXPECT_EQ(FaultsOf(std::string(tempo) + "\nsection s at 4:0 length 2:0\ntrack a\n 0:0 1\n"
+                                                "1:5:9 1\n 40 2\n 0.3s 4\n")
+                      .size(),
+                  1u)
+            << tempo;
 }
 
 // The same key repeated on top of itself is one mistake of its author.

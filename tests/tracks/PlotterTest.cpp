@@ -34,6 +34,15 @@ size_t Count(const std::string &text, const std::string &part)
     return count;
 }
 
+// 132 beats a minute, 8 rows a beat, 4 beats a bar, up to row 3624.
+tracks::cPlotInput OfTheShow()
+{
+    tracks::cPlotInput input;
+    input.mTempo = tools::TempoOf(132.0);
+    input.mLastRow = 3624.0;
+    return input;
+}
+
 bool IsXml(const std::string &text)
 {
     TiXmlDocument document;
@@ -46,7 +55,7 @@ TEST(Plotter, AllTracksStandOnOnePageWithSectionsBarsSecondsAndWords)
 {
     const cOwned fade("fade:plasma", {{0, 0, 1}, {320, 1, 2}, {640, 0, 0}});
     const cOwned photo("image:left", {{0, -1, 0}, {256, 5, 0}, {512, -1, 0}});
-    tracks::cPlotInput input;
+    tracks::cPlotInput input = OfTheShow();
     input.mTitle = "the show";
     input.mTracks = {&fade.mTrack, &photo.mTrack};
     input.mSections = {{"verse 1", 256, 768}};
@@ -89,7 +98,7 @@ TEST(Plotter, KeysShowTheirInterpolationAndCurvesTheirShape)
 TEST(Plotter, OneTrackHasItsPageWithTheValueOfEveryKey)
 {
     const cOwned track("flare:x", {{0, 0.25f, 1}, {1000, 0.75f, 1}, {2000, 0.5f, 0}});
-    tracks::cPlotInput input;
+    tracks::cPlotInput input = OfTheShow();
     input.mTracks = {&track.mTrack};
     input.mTitle = "flare:x";
     const std::string page = tracks::PlotOneTrack(input, track.mTrack);
@@ -100,7 +109,7 @@ TEST(Plotter, OneTrackHasItsPageWithTheValueOfEveryKey)
 TEST(Plotter, NamesOfAnyBytesMakeGoodXml)
 {
     const cOwned track("<&\"\x01\xFF>", {{0, 1, 0}});
-    tracks::cPlotInput input;
+    tracks::cPlotInput input = OfTheShow();
     input.mTracks = {&track.mTrack};
     const std::string page = tracks::PlotShow(input);
     EXPECT_TRUE(IsXml(page));
@@ -115,15 +124,30 @@ TEST(Plotter, AHundredThousandKeysMakeAPageOfBoundedSize)
     for (int i = 0; i < 100'000; i++)
         keys.push_back({i, float(i % 17), i % 4});
     const cOwned track("a", keys);
-    tracks::cPlotInput input;
+    tracks::cPlotInput input = OfTheShow();
     input.mTracks = {&track.mTrack};
     EXPECT_LT(tracks::PlotShow(input).size(), 200'000u);
+}
+
+// 60 beats a minute of 2 rows: 40 rows are 20 s, and 6 bars and two thirds of 3 beats.
+TEST(Plotter, BarsAndSecondsAreThoseOfTheTempo)
+{
+    const cOwned track("a", {{0, 1, 0}, {40, 1, 0}});
+    tracks::cPlotInput input;
+    input.mTracks = {&track.mTrack};
+    input.mLastRow = 40.0;
+    EXPECT_THAT(tracks::PlotShow(input), Not(HasSubstr(">0:10<"))); // seconds are not known
+    input.mTempo = tools::TempoOf(60.0, 2, 3);
+    const std::string page = tracks::PlotShow(input);
+    for (const char *text : {">0:00<", ">0:10<", ">0:20<", ">6<"})
+        EXPECT_THAT(page, HasSubstr(text));
+    EXPECT_THAT(page, Not(HasSubstr(">7<")));
 }
 
 TEST(Plotter, ATrackWithoutKeysSaysSo)
 {
     const cOwned track("a", {});
-    tracks::cPlotInput input;
+    tracks::cPlotInput input = OfTheShow();
     input.mTracks = {&track.mTrack};
     EXPECT_THAT(tracks::PlotShow(input), HasSubstr("no keys: 0 everywhere"));
 }
@@ -132,7 +156,7 @@ TEST(Plotter, ATrackWithoutKeysSaysSo)
 TEST(Plotter, ExtremeRowsAreDrawn)
 {
     const cOwned track("a", {{-2147483647 - 1, 1, 1}, {2147483647, -3e38f, 1}});
-    tracks::cPlotInput input;
+    tracks::cPlotInput input = OfTheShow();
     input.mTracks = {&track.mTrack};
     const std::string page = tracks::PlotShow(input);
     EXPECT_TRUE(IsXml(page));

@@ -74,6 +74,27 @@ TEST_F(TracksProgram, SamplesAsThePlayerDoes)
               "row,value\n174.24,-1\n175.12,-1\n176,7\n");
 }
 
+// The timeline that is named says how long a second is; without it the show does.
+TEST_F(TracksProgram, SecondsAndBarsAreThoseOfTheTimeline)
+{
+    CompileExample();
+    test::WriteFile("words.txt", "7 and nothing going as planned\n");
+    test::WriteFile("slow.txt", "tempo 60 6 3\ntrack a\n 0 1\n");
+    EXPECT_EQ(
+        Run({"sample", "show", "flare:x", "0", "1:1:1", "1s", "--timeline", "slow.txt"}).mOutput,
+        "row,value\n0,0\n6,0.06\n12,0.12\n18,0.18\n24,0.24\n");
+    Run({"captions", "show", "--lyrics", "words.txt", "-o", "c.vtt", "--timeline", "slow.txt"});
+    EXPECT_THAT(test::ReadFile("c.vtt"), HasSubstr("00:00:29.333 --> 00:00:58.667"));
+    EXPECT_THAT(Run({"dump", "show", "--timeline", "slow.txt"}).mOutput,
+                HasSubstr("\ntempo 60 6 3\n"));
+    EXPECT_THAT(Run({"dump", "show"}).mOutput, HasSubstr("\ntempo 132 8 4\n"));
+    test::WriteFile("none.txt", "track a\n 1s 1\n");
+    const auto result = Run({"compile", "none.txt", "-o", "new"});
+    EXPECT_EQ(result.mStatus, 1);
+    EXPECT_EQ(result.mErrors, "none.txt:2:2: expected rows (768) or bars:beats:rows (24:0:0), as "
+                              "there are no seconds without a tempo line, found '1s'\n");
+}
+
 TEST_F(TracksProgram, SamplingAsksForATrackAndAStepThatExist)
 {
     CompileExample();

@@ -43,10 +43,10 @@ std::string Bytes(const tTracks &tracks)
     return bytes;
 }
 
-std::string DumpOf(const tTracks &tracks)
+std::string DumpOf(const tTracks &tracks, const tools::cTempo &tempo = {})
 {
     std::vector<sync_track> room;
-    return tracks::Dump(AsPlayers(tracks, room));
+    return tracks::Dump(AsPlayers(tracks, room), tempo);
 }
 
 using tRandom = std::mt19937;
@@ -122,6 +122,17 @@ TEST(RoundTrip, ADumpReadsLikeThis)
               "  24:2:5    -0.5       hold\n");
 }
 
+// Bars of three beats with five rows each: the tempo line says so, or the times would mean others.
+TEST(RoundTrip, ADumpSaysItsTempo)
+{
+    const tTracks tracks = {{"a", {{0, 1.0f, 0}, {34, 2.0f, 0}, {INT_MAX, 3.0f, 0}}}};
+    const std::string dump = DumpOf(tracks, tools::TempoOf(90.5, 5, 3));
+    EXPECT_NE(dump.find("3 beats a bar, 5 rows a beat\ntempo 90.5 5 3\n"), std::string::npos)
+        << dump;
+    EXPECT_NE(dump.find("\n  2:0:4 "), std::string::npos) << dump;
+    EXPECT_EQ(Bytes(CompileText(dump)), Bytes(tracks));
+}
+
 // Through real files and the player.
 TEST(RoundTrip, FilesReadByThePlayerDumpAndCompileToTheSameFiles)
 {
@@ -137,6 +148,6 @@ TEST(RoundTrip, FilesReadByThePlayerDumpAndCompileToTheSameFiles)
         for (const std::string &name : files.Names())
             loaded.push_back(files.Load(name, faults).mTrack);
         ASSERT_TRUE(faults.empty()) << faults[0].ToLine();
-        ASSERT_EQ(Bytes(CompileText(tracks::Dump(loaded))), Bytes(before));
+        ASSERT_EQ(Bytes(CompileText(tracks::Dump(loaded, {}))), Bytes(before));
     }
 }

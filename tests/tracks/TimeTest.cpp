@@ -8,19 +8,21 @@
 
 namespace
 {
-int Row(const std::string &text)
+const tools::cTempo theShow = tools::TempoOf(132.0, 8, 4);
+
+int Row(const std::string &text, const tools::cTempo &tempo = theShow)
 {
     int row = INT_MIN;
     std::string expected;
-    EXPECT_TRUE(tracks::ParseRow(text, row, expected)) << text << ": " << expected;
+    EXPECT_TRUE(tracks::ParseRow(text, tempo, row, expected)) << text << ": " << expected;
     return row;
 }
 
-std::string Refusal(const std::string &text)
+std::string Refusal(const std::string &text, const tools::cTempo &tempo = theShow)
 {
     int row = 0;
     std::string expected;
-    EXPECT_FALSE(tracks::ParseRow(text, row, expected)) << text;
+    EXPECT_FALSE(tracks::ParseRow(text, tempo, row, expected)) << text;
     return expected;
 }
 } // namespace
@@ -72,17 +74,17 @@ TEST(Time, PositionsMayBeFractional)
 {
     double rows = 0.0;
     std::string expected;
-    ASSERT_TRUE(tracks::ParsePosition("12.5", rows, expected));
+    ASSERT_TRUE(tracks::ParsePosition("12.5", theShow, rows, expected));
     EXPECT_EQ(rows, 12.5);
-    ASSERT_TRUE(tracks::ParsePosition("-0.5s", rows, expected));
+    ASSERT_TRUE(tracks::ParsePosition("-0.5s", theShow, rows, expected));
     EXPECT_EQ(rows, -8.8);
 }
 
 TEST(Time, FormattedRowsReadBack)
 {
     for (int row : {0, 1, 7, 8, 31, 32, 3624, -1, -33, INT_MAX, INT_MIN})
-        EXPECT_EQ(Row(tracks::FormatRow(row)), row);
-    EXPECT_EQ(tracks::FormatRow(789), "24:2:5");
+        EXPECT_EQ(Row(tracks::FormatRow(row, theShow)), row);
+    EXPECT_EQ(tracks::FormatRow(789, theShow), "24:2:5");
 }
 
 TEST(Time, FormattedValuesAreShortAndKeepTheSignOfZero)
@@ -91,4 +93,40 @@ TEST(Time, FormattedValuesAreShortAndKeepTheSignOfZero)
     EXPECT_EQ(tracks::FormatValue(-0.0f), "-0");
     EXPECT_EQ(tracks::FormatValue(1.0f), "1");
     EXPECT_EQ(tracks::FormatValue(std::numeric_limits<float>::denorm_min()), "1e-45");
+}
+
+// 3 beats of 5 rows are a bar of 15; 90 beats a minute are 7.5 rows a second.
+TEST(Time, BarsBeatsAndSecondsAreThoseOfTheTempo)
+{
+    const tools::cTempo waltz = tools::TempoOf(90.0, 5, 3);
+    EXPECT_EQ(Row("2:1:4", waltz), 39);
+    EXPECT_EQ(Row("2s", waltz), 15);
+    EXPECT_EQ(tracks::FormatRow(39, waltz), "2:1:4");
+    EXPECT_EQ(Refusal("1:3", waltz), "a beat from 0 to 2 behind the bar");
+    EXPECT_EQ(Refusal("1:2:5", waltz), "a row from 0 to 4 behind the beat");
+}
+
+TEST(Time, SecondsNeedATempo)
+{
+    EXPECT_EQ(Row("24:2:5", {}), 789); // 8 rows a beat, 4 beats a bar
+    EXPECT_EQ(
+        Refusal("43.6s", {}),
+        "rows (768) or bars:beats:rows (24:0:0), as there are no seconds without a tempo line");
+}
+
+// The show counts 17.6 rows a second; its timeline must mean exactly the same number.
+TEST(Tempo, OfTheShowIsExact)
+{
+    EXPECT_EQ(tools::TempoOf(132.0, 8, 4).mRowsPerSecond, 17.6);
+    EXPECT_EQ(tools::FormatTempo(tools::cTempo{17.6}), "132 8 4");
+}
+
+TEST(Tempo, FormattedReadsBack)
+{
+    for (double beats : {1.0, 77.7, 97.3, 119.99, 128.0, 174.5, 333.0 / 7.0, 10'000.0})
+        for (int rows : {1, 3, 6, 7, 1000}) {
+            const tools::cTempo tempo = tools::TempoOf(beats, rows, 4);
+            const std::string text = tools::FormatTempo(tempo);
+            EXPECT_EQ(tools::TempoOf(std::stod(text), rows, 4), tempo) << text;
+        }
 }

@@ -43,10 +43,11 @@ cCaptions::cCaptions(const std::string &lyricsPath, const demo::tTracks &tracks,
         Cut(tools::FindLyricSpans(*tracks[demo::LYRICS_NUM], *tracks[demo::LYRICS_FADE],
                                   tracks::kCaptionOpacity),
             grid, piece);
-    tracks::CheckWords(lyricsPath, spans, words, faults);
+    const tools::cTempo tempo{demo::kRowsPerSecond};
+    tracks::CheckWords(lyricsPath, spans, words, tempo, faults);
     ThrowFirst(faults);
     std::string error;
-    if (!tools::ReplaceFiles({{mFile.GetPath(), tracks::ToWebVtt(spans, words)}}, error))
+    if (!tools::ReplaceFiles({{mFile.GetPath(), tracks::ToWebVtt(spans, words, tempo)}}, error))
         throw cFailure(error);
 }
 

@@ -1,6 +1,5 @@
 #include "tools/tracks/Captions.h"
 
-#include "demo/Show.h"
 #include "tools/tracks/Markup.h"
 
 #include <cmath>
@@ -13,12 +12,10 @@ namespace
 {
 const double stanzaGapSeconds = 2.0; // of silence between two lines: a new stanza
 
-double Seconds(double row) { return row / demo::kRowsPerSecond; }
-
 // "00:01:02.345"
-std::string TimeStamp(double row)
+std::string TimeStamp(double seconds)
 {
-    const long milliseconds = std::lround(Seconds(row) * 1000.0);
+    const long milliseconds = std::lround(seconds * 1000.0);
     char text[48];
     std::snprintf(text, sizeof text, "%02ld:%02ld:%02ld.%03ld", milliseconds / 3'600'000,
                   milliseconds / 60'000 % 60, milliseconds / 1000 % 60, milliseconds % 1000);
@@ -27,39 +24,41 @@ std::string TimeStamp(double row)
 } // namespace
 
 void CheckWords(const std::string &file, const std::vector<tools::cLyricSpan> &spans,
-                const std::map<int, std::string> &words, tools::tFaults &faults)
+                const std::map<int, std::string> &words, const tools::cTempo &tempo,
+                tools::tFaults &faults)
 {
     std::set<int> missing;
     for (const tools::cLyricSpan &span : spans)
         if (!words.count(span.mLyric) && missing.insert(span.mLyric).second)
             faults.push_back({file, "lyric " + std::to_string(span.mLyric),
                               "expected its words, which the show has on the screen at " +
-                                  TimeStamp(span.mFrom)});
+                                  TimeStamp(tempo.Seconds(span.mFrom))});
 }
 
 std::string ToWebVtt(const std::vector<tools::cLyricSpan> &spans,
-                     const std::map<int, std::string> &words)
+                     const std::map<int, std::string> &words, const tools::cTempo &tempo)
 {
     std::string text = "WEBVTT\n";
     int number = 1;
     for (const tools::cLyricSpan &span : spans) {
         text.append("\n").append(std::to_string(number++)).append("\n");
-        text += TimeStamp(span.mFrom) + " --> " + TimeStamp(span.mTo) + "\n";
+        text += TimeStamp(tempo.Seconds(span.mFrom)) + " --> " +
+                TimeStamp(tempo.Seconds(span.mTo)) + "\n";
         text += EscapeMarkup(words.at(span.mLyric)) + "\n";
     }
     return text;
 }
 
 std::string ToTranscript(const std::vector<tools::cLyricSpan> &spans,
-                         const std::map<int, std::string> &words)
+                         const std::map<int, std::string> &words, const tools::cTempo &tempo)
 {
     std::string text;
     double last = spans.empty() ? 0.0 : spans[0].mFrom;
     for (const tools::cLyricSpan &span : spans) {
-        const long seconds = std::lround(Seconds(span.mFrom) * 1000.0) / 1000;
+        const long seconds = std::lround(tempo.Seconds(span.mFrom) * 1000.0) / 1000;
         char time[32];
         std::snprintf(time, sizeof time, "%ld:%02ld  ", seconds / 60, seconds % 60);
-        if (Seconds(span.mFrom - last) > stanzaGapSeconds)
+        if (tempo.Seconds(span.mFrom - last) > stanzaGapSeconds)
             text += "\n";
         text += time + words.at(span.mLyric) + "\n";
         last = span.mTo;

@@ -21,6 +21,12 @@ void AddFolder(CLI::App *command, cOptions &options)
     command->add_option("DIR", options.mFolder, "folder of the track files")->required();
 }
 
+void AddTempo(CLI::App *command, cOptions &options)
+{
+    command->add_option("--timeline", options.mTimeline,
+                        "text to take the tempo from (default: the show's own)");
+}
+
 void AddCommands(CLI::App &app, cOptions &options, int &status)
 {
     CLI::App *compile =
@@ -31,6 +37,7 @@ void AddCommands(CLI::App &app, cOptions &options, int &status)
     CLI::App *dump = Add(app, "dump", "track files to text", RunDump, options, status);
     AddFolder(dump, options);
     dump->add_option("-o", options.mOutput, "file for the text (default: standard output)");
+    AddTempo(dump, options);
 
     CLI::App *sample = Add(app, "sample", "values of one track as CSV", RunSample, options, status);
     AddFolder(sample, options);
@@ -40,12 +47,14 @@ void AddCommands(CLI::App &app, cOptions &options, int &status)
     sample->add_option("TO", options.mTo, "last time")->required();
     sample->add_option("STEP", options.mStep, "time between two values")->required();
     sample->add_option("-o", options.mOutput, "file for the values (default: standard output)");
+    AddTempo(sample, options);
 
     CLI::App *plot = Add(app, "plot", "a page with all tracks, as SVG", RunPlot, options, status);
     AddFolder(plot, options);
     plot->add_option("-o", options.mOutput, "the page")->required();
     plot->add_option("--track", options.mTrack, "a page for this track alone");
-    plot->add_option("--timeline", options.mTimeline, "text to take sections and names from");
+    plot->add_option("--timeline", options.mTimeline,
+                     "text to take tempo, sections and names from");
     plot->add_option("--lyrics", options.mLyrics, "the words, NUMBER TEXT a line");
     plot->add_option("--music", options.mMusic, "the music (default: DIR/data/waiting.mp3)");
 
@@ -54,6 +63,7 @@ void AddCommands(CLI::App &app, cOptions &options, int &status)
     captions->add_option("--lyrics", options.mLyrics, "the words, NUMBER TEXT a line")->required();
     captions->add_option("-o", options.mOutput, "the WebVTT file")->required();
     captions->add_option("--transcript", options.mTranscript, "the words as plain text too");
+    AddTempo(captions, options);
 }
 } // namespace
 

@@ -3,6 +3,7 @@
 #include "demo/Show.h"
 #include "tools/support/Files.h"
 #include "tools/support/Nearest.h"
+#include "tools/support/ShowTempo.h"
 #include "tools/support/TrackFolder.h"
 #include "tools/tracks/Captions.h"
 #include "tools/tracks/Compiler.h"
@@ -69,6 +70,19 @@ bool ReadTimeline(const std::string &path, cTimeline &timeline, std::vector<cTra
     for (const tools::cFault &fault : ToReports(path, faults))
         reports.push_back(fault);
     return faults.empty();
+}
+
+// That of the timeline where it is given and says one, else that of the show.
+cTempo FindTempo(const cOptions &options, tools::tFaults &faults)
+{
+    const cTempo ofShow = tools::TempoOfShow(options.mFolder);
+    if (options.mTimeline.empty())
+        return ofShow;
+    cTimeline timeline;
+    std::vector<cTrack> tracks;
+    if (!ReadTimeline(options.mTimeline, timeline, tracks, faults))
+        return ofShow;
+    return timeline.mTempo.HasSeconds() ? timeline.mTempo : ofShow;
 }
 
 bool CheckFolder(const std::string &path, tools::tFaults &faults)
@@ -139,6 +153,8 @@ void AddTimeline(const cOptions &options, cPlotInput &input, tools::tFaults &fau
     std::vector<cTrack> tracks;
     if (!ReadTimeline(options.mTimeline, timeline, tracks, faults))
         return;
+    if (timeline.mTempo.HasSeconds())
+        input.mTempo = timeline.mTempo;
     input.mSections = SectionsOf(timeline);
     input.mValueNames = timeline.mValueNames;
 }
@@ -152,7 +168,9 @@ void AddMusic(const cOptions &options, cPlotInput &input, tools::tFaults &faults
         return;
     tools::cMusicMeasure measure;
     std::string error;
-    if (tools::MeasureMusic(path, true, false, measure, error))
+    if (!input.mTempo.HasSeconds())
+        faults.push_back({path.string(), "", "expected a tempo, which places the music"});
+    else if (tools::MeasureMusic(path, true, false, measure, error))
         input.mMusic = measure;
     else
         faults.push_back({path.string(), "", error});
@@ -183,23 +201,27 @@ int RunDump(const cOptions &options)
     tools::cTrackFolder folder(options.mFolder);
     tools::tFaults faults;
     const auto tracks = LoadAll(options, folder, faults);
-    return faults.empty() ? WriteText(options.mOutput, Dump(tracks)) : Fail(faults);
+    const cTempo tempo = FindTempo(options, faults);
+    return faults.empty() ? WriteText(options.mOutput, Dump(tracks, tempo)) : Fail(faults);
 }
 
 int RunSample(const cOptions &options)
 {
+    tools::tFaults faults;
+    const cTempo tempo = FindTempo(options, faults);
+    if (!faults.empty())
+        return Fail(faults);
     double times[3] = {};
     const std::string *texts[3] = {&options.mFrom, &options.mTo, &options.mStep};
     for (size_t i = 0; i < 3; i++) {
         std::string expected;
-        if (!ParsePosition(*texts[i], times[i], expected))
+        if (!ParsePosition(*texts[i], tempo, times[i], expected))
             return Misuse("expected " + expected + ", found " + tools::Quote(*texts[i]));
     }
     if (!(times[2] > 0.0) || !((times[1] - times[0]) / times[2] < maximumSamples))
         return Misuse("expected a STEP above 0 that makes fewer than 10 million samples, found " +
                       tools::Quote(options.mStep));
     tools::cTrackFolder folder(options.mFolder);
-    tools::tFaults faults;
     if (!CheckFolder(options.mFolder, faults))
         return Fail(faults);
     const sync_track *track = LoadOne(folder, options.mTrack, faults);
@@ -212,6 +234,8 @@ int RunPlot(const cOptions &options)
     tools::cTrackFolder folder(options.mFolder);
     tools::tFaults faults;
     cPlotInput input;
+    input.mTempo = tools::TempoOfShow(options.mFolder);
+    input.mLastRow = demo::kLastRow;
     input.mTracks = LoadAll(options, folder, faults);
     const sync_track *one = nullptr;
     if (faults.empty() && !options.mTrack.empty())
@@ -233,15 +257,18 @@ int RunCaptions(const cOptions &options)
     tools::tFaults faults;
     if (!CheckFolder(options.mFolder, faults))
         return Fail(faults);
+    const cTempo tempo = FindTempo(options, faults);
+    if (faults.empty() && !tempo.HasSeconds())
+        return Fail(options.mFolder, "expected a tempo, which captions need for their seconds");
     const auto words = tools::ReadLyrics(options.mLyrics, faults);
     const auto spans = LoadSpans(folder, kCaptionOpacity, faults);
     if (faults.empty())
-        CheckWords(options.mLyrics, spans, words, faults);
+        CheckWords(options.mLyrics, spans, words, tempo, faults);
     if (!faults.empty())
         return Fail(faults);
-    std::vector<tools::cOutput> outputs = {{options.mOutput, ToWebVtt(spans, words)}};
+    std::vector<tools::cOutput> outputs = {{options.mOutput, ToWebVtt(spans, words, tempo)}};
     if (!options.mTranscript.empty())
-        outputs.push_back({options.mTranscript, ToTranscript(spans, words)});
+        outputs.push_back({options.mTranscript, ToTranscript(spans, words, tempo)});
     return Write(outputs);
 }
 } // namespace tracks

@@ -83,7 +83,7 @@ bool IsEarlier(const cPlacedKey &a, const cPlacedKey &b) { return a.mKey.row < b
 
 // One fault for each key of the text, however often it is repeated.
 void ReportDoubles(const std::string &name, const std::vector<cPlacedKey> &keys,
-                   tTextFaults &faults)
+                   const cTempo &tempo, tTextFaults &faults)
 {
     std::set<int> reported;
     for (size_t i = 1; i < keys.size() && faults.size() < kMaximumFaults; i++) {
@@ -93,16 +93,17 @@ void ReportDoubles(const std::string &name, const std::vector<cPlacedKey> &keys,
         faults.push_back({second.mPlace, "expected one key a row, found a second one for " +
                                              tools::Quote(name) + " at row " +
                                              std::to_string(second.mKey.row) + " (" +
-                                             FormatRow(second.mKey.row) + "), the first is in " +
-                                             InLine(first.mPlace)});
+                                             FormatRow(second.mKey.row, tempo) +
+                                             "), the first is in " + InLine(first.mPlace)});
     }
 }
 
-cTrack FinishTrack(const std::string &name, std::vector<cPlacedKey> &keys, tTextFaults &faults)
+cTrack FinishTrack(const std::string &name, std::vector<cPlacedKey> &keys, const cTempo &tempo,
+                   tTextFaults &faults)
 {
     if (!std::is_sorted(keys.begin(), keys.end(), IsEarlier))
         std::stable_sort(keys.begin(), keys.end(), IsEarlier);
-    ReportDoubles(name, keys, faults);
+    ReportDoubles(name, keys, tempo, faults);
     cTrack track{name, {}};
     track.mKeys.reserve(keys.size());
     for (const cPlacedKey &key : keys)
@@ -128,7 +129,7 @@ std::vector<cTrack> Compile(const cTimeline &timeline, tTextFaults &faults)
     for (const cSection &section : timeline.mSections)
         PlaceSection(section, placed, faults);
     for (auto &[name, keys] : placed)
-        tracks.push_back(FinishTrack(name, keys, faults));
+        tracks.push_back(FinishTrack(name, keys, timeline.mTempo, faults));
     return tracks;
 }
 

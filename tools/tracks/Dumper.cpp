@@ -19,13 +19,13 @@ void AppendPadded(std::string &text, const std::string &word, size_t width)
     text.append(word.size() < width ? width - word.size() : 0, ' ');
 }
 
-void AppendTrack(std::string &text, const sync_track &track)
+void AppendTrack(std::string &text, const sync_track &track, const cTempo &tempo)
 {
     text += "\ntrack " + QuoteName(track.name) + "\n";
     for (int i = 0; i < track.num_keys; i++) {
         const sync_key &key = track.keys[i];
         text += "  ";
-        AppendPadded(text, FormatRow(key.row), timeWidth);
+        AppendPadded(text, FormatRow(key.row, tempo), timeWidth);
         text += ' ';
         AppendPadded(text, FormatValue(key.value), valueWidth);
         text += ' ';
@@ -41,11 +41,14 @@ std::string FormatNumber(double value)
 }
 } // namespace
 
-std::string Dump(const std::vector<const sync_track *> &tracks)
+std::string Dump(const std::vector<const sync_track *> &tracks, const cTempo &tempo)
 {
-    std::string text = "# time is bar:beat:row, 4 beats a bar, 8 rows a beat\n";
+    std::string text = "# time is bar:beat:row, " + std::to_string(tempo.mBeatsPerBar) +
+                       " beats a bar, " + std::to_string(tempo.mRowsPerBeat) + " rows a beat\n";
+    if (tempo.HasSeconds())
+        text += "tempo " + tools::FormatTempo(tempo) + "\n";
     for (const sync_track *track : tracks)
-        AppendTrack(text, *track);
+        AppendTrack(text, *track, tempo);
     return text;
 }
 

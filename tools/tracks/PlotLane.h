@@ -13,8 +13,8 @@ namespace tracks
 /// Where a row lies on the page.
 struct cTimeAxis
 {
-    double mLeft = 0.0, mWidth = 1.0;          // pixels
-    double mFirstRow = 0.0, mLastRow = 3624.0; // the first one is below the last one
+    double mLeft = 0.0, mWidth = 1.0;       // pixels
+    double mFirstRow = 0.0, mLastRow = 1.0; // the first one is below the last one
 
     double X(double row) const
     {

@@ -1,7 +1,5 @@
 #include "tools/tracks/PlotMusic.h"
 
-#include "demo/Show.h"
-
 #include <algorithm>
 #include <cstdio>
 
@@ -18,14 +16,12 @@ const double gap = 8.0;                       // pixels between waveform and lou
 struct cStrip
 {
     const tools::cMusicMeasure &mMusic;
+    const tools::cTempo &mTempo;
     const cTimeAxis &mAxis;
     double mTop, mHeight;
 
     // Where step `index` ends.
-    double X(size_t index) const
-    {
-        return mAxis.X(double(index + 1) * mMusic.mStep * demo::kRowsPerSecond);
-    }
+    double X(size_t index) const { return mAxis.X(mTempo.Rows(double(index + 1) * mMusic.mStep)); }
     double LoudnessY(double loudness) const
     {
         const double inRange = std::clamp(loudness, quietest, loudest);
@@ -81,11 +77,12 @@ void Label(cSvg &svg, const cStrip &strip, const char *name, const char *detail)
 }
 } // namespace
 
-void DrawMusic(cSvg &svg, const tools::cMusicMeasure &music, const cTimeAxis &axis, double top,
-               double height)
+void DrawMusic(cSvg &svg, const tools::cMusicMeasure &music, const tools::cTempo &tempo,
+               const cTimeAxis &axis, double top, double height)
 {
     const double half = (height - gap) / 2;
-    const cStrip wave{music, axis, top, half}, loudness{music, axis, top + half + gap, half};
+    const cStrip wave{music, tempo, axis, top, half},
+        loudness{music, tempo, axis, top + half + gap, half};
     svg.Rect({axis.mLeft, top}, axis.mWidth, height, "#ffffff", 0.55);
     DrawWaveform(svg, wave);
     DrawLoudness(svg, loudness);

@@ -1,6 +1,5 @@
 #include "tools/tracks/Plotter.h"
 
-#include "demo/Show.h"
 #include "tools/tracks/PlotLane.h"
 #include "tools/tracks/PlotMusic.h"
 
@@ -54,7 +53,7 @@ cTimeAxis AxisOf(const cPlotInput &input, double width)
     cTimeAxis axis;
     axis.mLeft = marginLeft;
     axis.mWidth = width - marginLeft - marginRight;
-    axis.mLastRow = demo::kLastRow;
+    axis.mLastRow = input.mLastRow;
     for (const sync_track *track : input.mTracks) {
         if (track->num_keys == 0)
             continue;
@@ -83,8 +82,8 @@ public:
         DrawGrid();
         DrawSections();
         DrawBarNumbers();
-        if (mInput.mMusic) {
-            DrawMusic(mSvg, *mInput.mMusic, mAxis, mTop, mLayout.mMusicHeight);
+        if (HasMusic()) {
+            DrawMusic(mSvg, *mInput.mMusic, mInput.mTempo, mAxis, mTop, mLayout.mMusicHeight);
             mTop += mLayout.mMusicHeight + 14;
         }
         DrawWords();
@@ -114,17 +113,17 @@ private:
     double HeightFor(size_t laneCount) const
     {
         return titleHeight + sectionHeight + rulerHeight +
-               (mInput.mMusic ? mLayout.mMusicHeight + 14 : 0.0) +
-               (HasWords() ? wordsHeight : 0.0) +
+               (HasMusic() ? mLayout.mMusicHeight + 14 : 0.0) + (HasWords() ? wordsHeight : 0.0) +
                double(laneCount) * (mLayout.mLaneHeight + mLayout.mLaneGap) + bottom;
     }
 
+    bool HasMusic() const { return mInput.mMusic && mInput.mTempo.HasSeconds(); }
     bool HasWords() const { return !mInput.mLyrics.empty() && !mInput.mWords.empty(); }
 
     void DrawGrid()
     {
         const double low = titleHeight + sectionHeight, high = mHeight - bottom + 6;
-        const double fine = MarkStep(mAxis, kRowsPerBar, 14), coarse = 4.0 * fine;
+        const double fine = MarkStep(mAxis, mInput.mTempo.RowsPerBar(), 14), coarse = 4.0 * fine;
         for (double row = FirstMark(mAxis, fine); row <= mAxis.mLastRow; row += fine) {
             const bool isCoarse = std::fmod(row, coarse) == 0.0;
             mSvg.Line({mAxis.X(row), low}, {mAxis.X(row), high}, isCoarse ? "#d5cdb9" : "#ebe5d6",
@@ -152,9 +151,10 @@ private:
     void DrawBarNumbers()
     {
         mSvg.Text({marginLeft - 22, mTop + 15}, "bar", 11, faint, eAnchor::End);
-        const double step = MarkStep(mAxis, kRowsPerBar, 34);
+        const double rowsPerBar = mInput.mTempo.RowsPerBar();
+        const double step = MarkStep(mAxis, rowsPerBar, 34);
         for (double row = FirstMark(mAxis, step); row <= mAxis.mLastRow; row += step)
-            mSvg.Text({mAxis.X(row), mTop + 15}, std::to_string(std::lround(row / kRowsPerBar)), 11,
+            mSvg.Text({mAxis.X(row), mTop + 15}, std::to_string(std::lround(row / rowsPerBar)), 11,
                       ink, eAnchor::Middle);
         mTop += rulerHeight;
     }
@@ -211,12 +211,14 @@ private:
 
     void DrawSeconds()
     {
+        if (!mInput.mTempo.HasSeconds())
+            return;
         const double y = mHeight - bottom + 26;
-        const double step = MarkStep(mAxis, 10.0 * demo::kRowsPerSecond, 44);
+        const double step = MarkStep(mAxis, mInput.mTempo.Rows(10.0), 44);
         mSvg.Text({marginLeft - 22, y}, "time", 11, faint, eAnchor::End);
         for (double row = FirstMark(mAxis, step); row <= mAxis.mLastRow; row += step) {
             mSvg.Line({mAxis.X(row), y - 20}, {mAxis.X(row), y - 13}, faint);
-            mSvg.Text({mAxis.X(row), y}, MinutesAndSeconds(row / demo::kRowsPerSecond), 11, ink,
+            mSvg.Text({mAxis.X(row), y}, MinutesAndSeconds(mInput.mTempo.Seconds(row)), 11, ink,
                       eAnchor::Middle);
         }
     }

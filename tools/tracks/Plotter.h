@@ -23,6 +23,8 @@ struct cPlotSection
 struct cPlotInput
 {
     std::string mTitle;
+    cTempo mTempo;         ///< without seconds the page has none, and no music
+    double mLastRow = 1.0; ///< the show ends there; above 0
     std::vector<const sync_track *> mTracks;
     std::vector<cPlotSection> mSections;
     tValueNames mValueNames; ///< what the timeline calls the values of a track

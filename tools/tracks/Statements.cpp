@@ -14,7 +14,7 @@ namespace
 using tools::Quote;
 
 const int maximumHints = 100; // a text without one right name is not made slow by them
-const std::vector<std::string> keywords = {"section", "repeat", "track", "tracks"};
+const std::vector<std::string> keywords = {"section", "repeat", "track", "tracks", "tempo"};
 
 bool IsDigit(char c) { return c >= '0' && c <= '9'; }
 
@@ -57,6 +57,8 @@ cStatements::cStatements(cTimeline &timeline, tTextFaults &faults)
 void cStatements::Read(const cLine &line)
 {
     const cToken &first = line.mTokens[0];
+    if (mFirstLine == 0)
+        mFirstLine = line.mNumber;
     if (line.mTokens.size() > 1 && line.mTokens[1].mKind == cToken::eKind::Equals)
         ReadName(line);
     else if (first.mKind == cToken::eKind::Word && IsNumber(first.mText))
@@ -77,12 +79,38 @@ bool cStatements::ReadKeyword(const cLine &line)
         return ReadTrack(line);
     if (word == "tracks")
         return ReadTracks(line);
-    return Fail(line, 0, "a key, NAME = VALUE, track, section, repeat or tracks",
+    if (word == "tempo")
+        return ReadTempo(line);
+    return Fail(line, 0, "a key, NAME = VALUE, track, section, repeat, tracks or tempo",
                 Hint(word, keywords));
 }
 
 // Lines
 // --------------------------------------------------------------------------------------------
+
+bool cStatements::ReadTempo(const cLine &line)
+{
+    if (mTempoLine != 0)
+        return Fail(line, 0,
+                    "tempo only once (line " + std::to_string(mTempoLine) + " has said it)");
+    mTempoLine = line.mNumber;
+    // What times mean is not known after a faulty line; so wide a measure takes nearly all of them.
+    mTimeline.mTempo =
+        tools::TempoOf(120.0, tools::kMaximumRowsPerBeat, tools::kMaximumBeatsPerBar);
+    if (mFirstLine != line.mNumber)
+        return Fail(line, 0,
+                    "tempo before anything else (line " + std::to_string(mFirstLine) +
+                        " is the first)");
+    double beatsPerMinute = 0.0;
+    cTempo tempo;
+    if (!ReadBeatsPerMinute(line, 1, beatsPerMinute) ||
+        !ReadCount(line, 2, tools::kMaximumRowsPerBeat, "rows a beat", tempo.mRowsPerBeat) ||
+        !ReadCount(line, 3, tools::kMaximumBeatsPerBar, "beats a bar", tempo.mBeatsPerBar) ||
+        !CheckEnd(line, 4))
+        return false;
+    mTimeline.mTempo = tools::TempoOf(beatsPerMinute, tempo.mRowsPerBeat, tempo.mBeatsPerBar);
+    return true;
+}
 
 bool cStatements::ReadName(const cLine &line)
 {
@@ -180,7 +208,8 @@ bool cStatements::ReadKey(const cLine &line)
         return false;
     const auto &length = mTimeline.mSections[mSection].mLength;
     if (length && (key.mRow < 0 || key.mRow > *length))
-        return Fail(line, 0, "a time within the section, 0 to " + FormatRow(*length));
+        return Fail(line, 0,
+                    "a time within the section, 0 to " + FormatRow(*length, mTimeline.mTempo));
     if (!CheckEnd(line, 3))
         return false;
     mBlock->mKeys.push_back(key);
@@ -253,7 +282,7 @@ bool cStatements::ReadRows(const cLine &line, size_t index, int &rows)
 {
     std::string expected;
     const bool isThere = index < line.mTokens.size();
-    if (ParseRow(isThere ? line.mTokens[index].mText : "", rows, expected))
+    if (ParseRow(isThere ? line.mTokens[index].mText : "", mTimeline.mTempo, rows, expected))
         return true;
     return Fail(line, index, expected);
 }
@@ -268,6 +297,32 @@ bool cStatements::ReadPositive(const cLine &line, size_t index, const char *expe
         return true;
     value = 1;
     return Fail(line, index, expected);
+}
+
+bool cStatements::ReadBeatsPerMinute(const cLine &line, size_t index, double &beatsPerMinute)
+{
+    const std::string_view text = index < line.mTokens.size() ? line.mTokens[index].mText : "";
+    const char *end = text.data() + text.size();
+    const auto result = std::from_chars(text.data(), end, beatsPerMinute, std::chars_format::fixed);
+    if (result.ec == std::errc() && result.ptr == end &&
+        beatsPerMinute >= tools::kMinimumBeatsPerMinute &&
+        beatsPerMinute <= tools::kMaximumBeatsPerMinute)
+        return true;
+    return Fail(line, index, "beats a minute, 1 to 10000");
+}
+
+// May be left out; then `count` stays what it is.
+bool cStatements::ReadCount(const cLine &line, size_t index, int limit, const char *what,
+                            int &count)
+{
+    if (index >= line.mTokens.size())
+        return true;
+    const std::string_view text = line.mTokens[index].mText;
+    const char *end = text.data() + text.size();
+    const auto result = std::from_chars(text.data(), end, count);
+    if (result.ec == std::errc() && result.ptr == end && count >= 1 && count <= limit)
+        return true;
+    return Fail(line, index, std::string(what) + ", 1 to " + std::to_string(limit));
 }
 
 bool cStatements::CheckEnd(const cLine &line, size_t count)

@@ -30,6 +30,7 @@ public:
 
 private:
     // One kind of line each; false when the line is wrong and its fault has been added.
+    bool ReadTempo(const cLine &line);
     bool ReadName(const cLine &line);
     bool ReadTracks(const cLine &line);
     bool ReadTrack(const cLine &line);
@@ -45,6 +46,8 @@ private:
     bool ReadWord(const cLine &line, size_t index, const char *expected, std::string &word);
     bool ReadRows(const cLine &line, size_t index, int &rows);
     bool ReadPositive(const cLine &line, size_t index, const char *expected, long long &value);
+    bool ReadBeatsPerMinute(const cLine &line, size_t index, double &beatsPerMinute);
+    bool ReadCount(const cLine &line, size_t index, int limit, const char *what, int &count);
     bool CheckEnd(const cLine &line, size_t count);
 
     // `section` and `repeat`
@@ -72,6 +75,7 @@ private:
     std::set<std::string, std::less<>> mDeclaredTracks;
     std::map<std::string, int, std::less<>> mNameLines; ///< where each name was declared
     std::map<std::string, size_t, std::less<>> mSectionsByName;
+    int mTempoLine = 0, mFirstLine = 0; ///< the tempo's, and the first of all; 0: not seen yet
     size_t mSection = 0;
     cBlock *mBlock = nullptr; ///< where keys go; null before the section's first track
     signed char mDefaultType = SYNC_KEY_HOLD;

@@ -1,8 +1,5 @@
 #include "tools/tracks/Time.h"
 
-#include "demo/Show.h"
-#include "tools/tracks/Timeline.h"
-
 #include <charconv>
 #include <cmath>
 #include <limits>
@@ -13,6 +10,8 @@ namespace
 {
 const char *const expectedPosition =
     "a time as rows (768), bars:beats:rows (24:0:0) or seconds (43.6s)";
+const char *const expectedWithoutSeconds =
+    "rows (768) or bars:beats:rows (24:0:0), as there are no seconds without a tempo line";
 
 // All of `text` as a decimal number without a sign.
 bool ParseUnsigned(std::string_view text, double &value)
@@ -39,7 +38,7 @@ std::string_view TakeField(std::string_view &text)
     return field;
 }
 
-bool ParseBars(std::string_view text, double &rows, std::string &expected)
+bool ParseBars(std::string_view text, const cTempo &tempo, double &rows, std::string &expected)
 {
     int bars = 0, beats = 0, rest = 0;
     const bool hasRows = text.find(':') != text.rfind(':');
@@ -48,48 +47,52 @@ bool ParseBars(std::string_view text, double &rows, std::string &expected)
         expected = expectedPosition;
         return false;
     }
-    if (!ParseCount(TakeField(text), kBeatsPerBar, beats)) {
-        expected = "a beat from 0 to 3 behind the bar";
+    if (!ParseCount(TakeField(text), tempo.mBeatsPerBar, beats)) {
+        expected = "a beat from 0 to " + std::to_string(tempo.mBeatsPerBar - 1) + " behind the bar";
         return false;
     }
-    if (hasRows && !ParseCount(text, kRowsPerBeat, rest)) {
-        expected = "a row from 0 to 7 behind the beat";
+    if (hasRows && !ParseCount(text, tempo.mRowsPerBeat, rest)) {
+        expected = "a row from 0 to " + std::to_string(tempo.mRowsPerBeat - 1) + " behind the beat";
         return false;
     }
-    rows = double(bars) * kRowsPerBar + beats * kRowsPerBeat + rest;
+    rows = double(bars) * tempo.RowsPerBar() + beats * tempo.mRowsPerBeat + rest;
     return true;
 }
 
-bool ParsePositive(std::string_view text, double &rows, std::string &expected)
+bool ParsePositive(std::string_view text, const cTempo &tempo, double &rows, std::string &expected)
 {
     if (text.find(':') != std::string_view::npos)
-        return ParseBars(text, rows, expected);
+        return ParseBars(text, tempo, rows, expected);
     const bool isSeconds = text.size() > 1 && text.back() == 's';
     if (isSeconds)
         text.remove_suffix(1);
     expected = expectedPosition;
     if (!ParseUnsigned(text, rows))
         return false;
-    if (isSeconds)
-        rows *= demo::kRowsPerSecond;
+    if (!isSeconds)
+        return true;
+    expected = expectedWithoutSeconds;
+    if (!tempo.HasSeconds())
+        return false;
+    rows = tempo.Rows(rows);
     return true;
 }
 } // namespace
 
-bool ParsePosition(std::string_view text, double &rows, std::string &expected)
+bool ParsePosition(std::string_view text, const cTempo &tempo, double &rows, std::string &expected)
 {
     const bool isNegative = !text.empty() && text[0] == '-';
-    if (!ParsePositive(text.substr(isNegative ? 1 : 0), rows, expected))
+    if (!ParsePositive(text.substr(isNegative ? 1 : 0), tempo, rows, expected))
         return false;
     if (isNegative)
         rows = -rows;
     return true;
 }
 
-bool ParseRow(std::string_view text, int &row, std::string &expected)
+bool ParseRow(std::string_view text, const cTempo &tempo, int &row, std::string &expected)
 {
     double rows = 0.0;
-    if (!ParsePosition(text, rows, expected))
+    if (!ParsePosition(text, tempo, rows, expected))
         return false;
     const bool isSeconds = text.back() == 's';
     if (!isSeconds && rows != std::floor(rows)) {
@@ -106,13 +109,13 @@ bool ParseRow(std::string_view text, int &row, std::string &expected)
     return true;
 }
 
-std::string FormatRow(int row)
+std::string FormatRow(int row, const cTempo &tempo)
 {
     if (row < 0)
         return std::to_string(row);
-    return std::to_string(row / kRowsPerBar) + ":" +
-           std::to_string(row / kRowsPerBeat % kBeatsPerBar) + ":" +
-           std::to_string(row % kRowsPerBeat);
+    return std::to_string(row / tempo.RowsPerBar()) + ":" +
+           std::to_string(row / tempo.mRowsPerBeat % tempo.mBeatsPerBar) + ":" +
+           std::to_string(row % tempo.mRowsPerBeat);
 }
 
 std::string FormatValue(float value)

@@ -1,21 +1,25 @@
 #pragma once
 
+#include "tools/support/Tempo.h"
+
 #include <string>
 #include <string_view>
 
 namespace tracks
 {
+using tools::cTempo;
+
 /// Reads a position: rows ("768"), bars:beats or bars:beats:rows ("24:0", "24:2:4"), or seconds
-/// ("43.6s"); a minus sign before any of them. `rows` may be fractional, by "12.5" or by seconds.
-/// False, with what was expected in `expected`, when `text` is none of these.
-bool ParsePosition(std::string_view text, double &rows, std::string &expected);
+/// ("43.6s") where `tempo` has them; a minus sign before any of them. `rows` may be fractional, by
+/// "12.5" or by seconds. False, with what was expected in `expected`, when `text` is none of these.
+bool ParsePosition(std::string_view text, const cTempo &tempo, double &rows, std::string &expected);
 
 /// The same for a key, which lies on a whole row: seconds go to the nearest one, a fractional row
 /// is refused, and the row must fit into 32 bits.
-bool ParseRow(std::string_view text, int &row, std::string &expected);
+bool ParseRow(std::string_view text, const cTempo &tempo, int &row, std::string &expected);
 
 /// "24:2:4"; negative rows as a plain number.
-std::string FormatRow(int row);
+std::string FormatRow(int row, const cTempo &tempo);
 
 /// The shortest text that reads back as the same value, the sign of zero included.
 std::string FormatValue(float value);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "sync/track.h"
+#include "tools/support/Tempo.h"
 
 #include <map>
 #include <optional>
@@ -10,10 +11,7 @@
 /// The text timeline and what is made of it. docs/formats.md describes the language.
 namespace tracks
 {
-/// The music's measure, which rows count.
-inline constexpr int kRowsPerBeat = 8;
-inline constexpr int kBeatsPerBar = 4;
-inline constexpr int kRowsPerBar = kRowsPerBeat * kBeatsPerBar;
+using tools::cTempo;
 
 /// What is read at most. A text past a limit is refused, whatever it says.
 inline constexpr size_t kMaximumTextBytes = 256u << 20;
@@ -74,6 +72,7 @@ using tValueNames = std::map<std::string, std::map<float, std::string>>;
 /// A parsed timeline.
 struct cTimeline
 {
+    cTempo mTempo; ///< of its tempo line; without one it has no seconds
     std::map<std::string, float, std::less<>> mNames;
     std::vector<std::string>
         mTracks; ///< the declared ones; when there are any, there are no others
