@@ -111,6 +111,21 @@ size_t SoundDecoder::ReadSome(int16_t *frames, size_t count)
     return done;
 }
 
+// Past the end the library answers with an error and stays where it is: then the end is where reading
+// on ends.
+int64_t SoundDecoder::Seek(int64_t frame)
+{
+    mIsForeign = mHasEnded = false;
+    const int64_t length = mpg123_length(mHandle);
+    const int64_t wanted = length >= 0 && frame > length ? length : frame;
+    const int64_t place = mpg123_seek(mHandle, wanted, SEEK_SET);
+    mGoodPlace = mpg123_tell_stream(mHandle);
+    if (place >= 0)
+        return place;
+    mpg123_seek(mHandle, 0, SEEK_SET);
+    return 0;
+}
+
 bool SoundDecoder::Rewind()
 {
     mIsForeign = mHasEnded = false;

@@ -19,6 +19,7 @@ public:
     /// Asks the device for its time, and follows it from then on. Null `device`: silence from the
     /// beginning. Silence says so in one line on standard error.
     explicit SoundOutput(std::unique_ptr<SoundDevice> device);
+    SoundOutput() : mClock(0), mIsSilent(true) {} ///< silence that was asked for: says nothing
     ~SoundOutput();
     SoundOutput(const SoundOutput &) = delete;
     SoundOutput &operator=(const SoundOutput &) = delete;

@@ -44,7 +44,7 @@ void SoundPlayer::Run(const std::stop_token &stop)
         mVoice = CreateSilence();
     while (!stop.stop_requested()) {
         Fill(stop);
-        Publish(mVoice->GetProgress());
+        Publish();
         mOutput.GetHeardSeconds(); // a silent output wants to be asked, however slow the show is
         PauseUnlessStopped(stop, fillPause);
     }
@@ -73,9 +73,18 @@ std::unique_ptr<SoundVoice> SoundPlayer::CreateSilence()
     return std::make_unique<SoundSilence>(mOutput, mRate, SoundProgress{start, mQueuedFrames});
 }
 
-void SoundPlayer::Publish(const SoundProgress &progress)
+void SoundPlayer::Publish()
 {
+    const SoundProgress progress = mVoice->GetProgress();
     const std::lock_guard lock(mMutex);
     mProgress = progress;
+    mIsComplete = mHasEnded && progress.limitFrames >= mQueuedFrames;
+}
+
+bool SoundPlayer::HasPlayedOut()
+{
+    const double frames = GetFrames();
+    const std::lock_guard lock(mMutex);
+    return mIsComplete && frames >= mProgress.limitFrames;
 }
 } // namespace vyr

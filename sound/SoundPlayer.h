@@ -24,6 +24,9 @@ public:
     /// the stream has ended or the sound waits for data. By one thread.
     double GetFrames();
 
+    /// Whether the stream has ended and its last frame has been heard.
+    bool HasPlayedOut();
+
     int GetRate() const { return mRate; }
 
 private:
@@ -31,7 +34,7 @@ private:
     void Fill(const std::stop_token &stop);
     void QueueBlock();
     std::unique_ptr<SoundVoice> CreateSilence();
-    void Publish(const SoundProgress &progress);
+    void Publish();
     double GetHeardFrames();
 
     SoundOutput &mOutput;
@@ -46,6 +49,7 @@ private:
 
     std::mutex mMutex; // over the progress
     SoundProgress mProgress;
+    bool mIsComplete = false; // the progress counts every frame that there is
     std::jthread mThread; // last: it uses all of the above
 };
 } // namespace vyr

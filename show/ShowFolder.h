@@ -1,0 +1,82 @@
+#pragma once
+
+#include "show/Show.h"
+
+#include <filesystem>
+#include <memory>
+#include <stdexcept>
+
+struct sync_device;
+
+namespace vyr
+{
+/// Why a show cannot be opened, loaded or drawn: one line that names the file.
+class cShowError : public std::runtime_error
+{
+public:
+    using std::runtime_error::runtime_error;
+};
+
+/// What a show's folder holds beside what its description names: its drawing, and the track files.
+inline constexpr const char *kShowLibrary = "show.so";
+inline constexpr const char *kTrackPrefix = "sync"; ///< sync_NAME.track
+
+/// "sync_tunnel:pos.track"
+std::string GetTrackFile(const std::string &track);
+
+/// Whether `folder` looks like a show's: it has a show.so. Runs nothing.
+bool IsShowFolder(const std::filesystem::path &folder);
+
+/// Why the show.so of `folder` is none that this program could open, seen from its bytes alone:
+/// not there, not a library, one for another kind of machine. Empty when it may be one. Runs
+/// nothing.
+std::string FindLibraryFault(const std::filesystem::path &folder);
+
+/// A show that is open. Opening runs code of the folder, with all the rights of this program: open
+/// only shows that you would start as a program.
+class cShowFolder
+{
+public:
+    /// Opens the show.so of `folder`, makes its show and asks for its description, which is checked
+    /// (FindFaults). Throws cShowError.
+    explicit cShowFolder(const std::filesystem::path &folder);
+    ~cShowFolder(); ///< tracks, show and library go, in this order; a context may be gone before
+    cShowFolder(const cShowFolder &) = delete;
+    cShowFolder &operator=(const cShowFolder &) = delete;
+
+    const cShowDescription &GetDescription() const { return mDescription; }
+
+    // From here on the working directory is the show's folder.
+
+    /// Reads the tracks, again where they were read before. Files that are missing or damaged are
+    /// the business of who checks a show; the player reads what it can. Throws cShowError when
+    /// there is no memory.
+    void LoadTracks();
+
+    /// The track at place `track` of the description's list, after LoadTracks.
+    const sync_track &GetTrack(int track) const { return *mShow->GetTrack(track); }
+    /// The track of this name; null when the show has none.
+    const sync_track *FindTrack(const std::string &name) const;
+
+    /// The show's own calls; what they throw becomes a cShowError that says where.
+    void Load();
+    void Draw(double row, double seconds);
+    bool ReachesLater(double row) const { return mShow->ReachesLater(row); }
+
+private:
+    struct cCloser
+    {
+        void operator()(void *library) const;
+    };
+    struct cTrackCloser
+    {
+        void operator()(sync_device *device) const;
+    };
+
+    std::string mLibraryPath; ///< for messages
+    std::unique_ptr<void, cCloser> mLibrary;
+    std::unique_ptr<cShow> mShow;
+    std::unique_ptr<sync_device, cTrackCloser> mDevice;
+    cShowDescription mDescription;
+};
+} // namespace vyr

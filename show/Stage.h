@@ -1,0 +1,33 @@
+#pragma once
+
+namespace vyr
+{
+class cRenderer;
+
+/// Where a show is drawn: the renderer, the texture manager and the targets of the post effects,
+/// over a window or over a context without one. Positions are in design units of 1280 by 720,
+/// whatever the size. One at a time, on the main thread.
+class cStage
+{
+public:
+    enum eSurface
+    {
+        FULLSCREEN, ///< the main display, in its own size; no size is asked for
+        WINDOW,
+        OFFSCREEN ///< no display is needed; Escape is never held
+    };
+
+    /// A size in pixels. Where it cannot be opened, the window system has said why in one line on
+    /// standard error, and IsOpen is false.
+    cStage(eSurface surface, int width, int height);
+    ~cStage(); ///< everything goes, with the context and all that was loaded into it
+    cStage(const cStage &) = delete;
+    cStage &operator=(const cStage &) = delete;
+
+    bool IsOpen() const { return mIsOpen; }
+    cRenderer &GetRenderer() const;
+
+private:
+    bool mIsOpen = false;
+};
+} // namespace vyr
