@@ -5,7 +5,7 @@
 #include "tests/support/LWO2Builder.h"
 #include "tests/support/Process.h"
 #include "tests/support/TestFiles.h"
-#include "tools/tracks/Compiler.h"
+#include "tools/timeline/Compiler.h"
 
 #include <stdexcept>
 
@@ -75,7 +75,7 @@ void MakeGoodShow()
 
 std::string TrackBytes(const std::vector<sync_key> &keys)
 {
-    return tracks::TrackFileBytes({"", keys});
+    return timeline::TrackFileBytes({"", keys});
 }
 
 void WriteTrack(const std::string &name, const std::vector<sync_key> &keys)

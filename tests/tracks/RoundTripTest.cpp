@@ -1,6 +1,6 @@
 #include "tests/support/TestFiles.h"
 #include "tools/support/TrackFolder.h"
-#include "tools/tracks/Compiler.h"
+#include "tools/timeline/Compiler.h"
 #include "tools/tracks/Dumper.h"
 
 #include <gtest/gtest.h>
@@ -12,11 +12,11 @@
 
 namespace
 {
-using tTracks = std::vector<tracks::cTrack>;
+using tTracks = std::vector<timeline::cTrack>;
 
 std::vector<const sync_track *> AsPlayers(const tTracks &tracks, std::vector<sync_track> &room)
 {
-    for (const tracks::cTrack &track : tracks)
+    for (const timeline::cTrack &track : tracks)
         room.push_back({const_cast<char *>(track.mName.c_str()),
                         const_cast<sync_key *>(track.mKeys.data()), int(track.mKeys.size())});
     std::vector<const sync_track *> pointers;
@@ -27,10 +27,10 @@ std::vector<const sync_track *> AsPlayers(const tTracks &tracks, std::vector<syn
 
 tTracks CompileText(const std::string &text)
 {
-    tracks::tTextFaults faults;
-    const auto timeline = tracks::ParseTimeline(text, faults);
-    auto compiled = tracks::Compile(timeline, faults);
-    for (const tools::cFault &fault : tracks::ToReports("dump", faults))
+    timeline::tTextFaults faults;
+    const auto timeline = timeline::ParseTimeline(text, faults);
+    auto compiled = timeline::Compile(timeline, faults);
+    for (const tools::cFault &fault : timeline::ToReports("dump", faults))
         ADD_FAILURE() << fault.ToLine();
     return compiled;
 }
@@ -38,7 +38,7 @@ tTracks CompileText(const std::string &text)
 std::string Bytes(const tTracks &tracks)
 {
     std::string bytes;
-    for (const tools::cOutput &file : tracks::TrackFiles(tracks, "f"))
+    for (const tools::cOutput &file : timeline::TrackFiles(tracks, "f"))
         bytes += file.mPath.string() + "\n" + file.mBytes;
     return bytes;
 }
@@ -64,9 +64,9 @@ float AnyValue(tRandom &random)
     }
 }
 
-tracks::cTrack AnyTrack(tRandom &random, const std::string &name)
+timeline::cTrack AnyTrack(tRandom &random, const std::string &name)
 {
-    tracks::cTrack track{name, {}};
+    timeline::cTrack track{name, {}};
     const size_t count = random() % 20;
     long long row = random() % 3 == 0 ? INT_MIN : int(random() % 4000) - 100;
     for (size_t i = 0; i < count && row <= INT_MAX; i++) {
@@ -141,7 +141,7 @@ TEST(RoundTrip, FilesReadByThePlayerDumpAndCompileToTheSameFiles)
     for (int round = 0; round < 50; round++) {
         tTracks before = {AnyTrack(random, "a:b"), AnyTrack(random, "c d")};
         std::string error;
-        ASSERT_TRUE(tools::ReplaceFiles(tracks::TrackFiles(before, ""), error)) << error;
+        ASSERT_TRUE(tools::ReplaceFiles(timeline::TrackFiles(before, ""), error)) << error;
         tools::cTrackFolder files("");
         tools::tFaults faults;
         std::vector<const sync_track *> loaded;

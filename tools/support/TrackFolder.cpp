@@ -122,10 +122,7 @@ std::vector<std::string> cTrackFolder::Names() const
     return names;
 }
 
-fs::path cTrackFolder::FileOf(const std::string &name) const
-{
-    return mFolder / (Prefix() + name + suffix);
-}
+fs::path cTrackFolder::FileOf(const std::string &name) const { return TrackPath(mFolder, name); }
 
 cLoadedTrack cTrackFolder::Load(const std::string &name, tFaults &faults)
 {
@@ -149,6 +146,11 @@ cLoadedTrack cTrackFolder::Load(const std::string &name, tFaults &faults)
     for (int i = 0; i < loaded.mKeyCount; i++)
         loaded.mIsLegal = CheckKey(at, *loaded.mTrack, i, faults) && loaded.mIsLegal;
     return loaded;
+}
+
+fs::path TrackPath(const fs::path &folder, const std::string &name)
+{
+    return folder / (Prefix() + name + suffix);
 }
 
 std::string KeyPlace(const sync_track &track, int index)

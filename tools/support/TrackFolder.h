@@ -20,6 +20,9 @@ struct cLoadedTrack
     bool mIsLegal = false; ///< complete, ascending, of the four types, finite: it can be sampled
 };
 
+/// The file of the track `name` in `folder`.
+std::filesystem::path TrackPath(const std::filesystem::path &folder, const std::string &name);
+
 /// The track files of one folder, read by the player. One at a time: it opens files through a
 /// static handle.
 class cTrackFolder

@@ -5,11 +5,11 @@
 #include "tools/support/Nearest.h"
 #include "tools/support/ShowTempo.h"
 #include "tools/support/TrackFolder.h"
+#include "tools/timeline/Compiler.h"
+#include "tools/timeline/Time.h"
 #include "tools/tracks/Captions.h"
-#include "tools/tracks/Compiler.h"
 #include "tools/tracks/Dumper.h"
 #include "tools/tracks/Plotter.h"
-#include "tools/tracks/Time.h"
 
 #include <algorithm>
 #include <cstdio>
@@ -56,30 +56,30 @@ int WriteText(const std::string &path, const std::string &text)
     return std::fflush(stdout) == 0 && isWritten ? kClean : Fail("standard output", "can't write");
 }
 
-bool ReadTimeline(const std::string &path, cTimeline &timeline, std::vector<cTrack> &tracks,
-                  tools::tFaults &reports)
+bool ReadTimeline(const std::string &path, timeline::cTimeline &timeline,
+                  std::vector<timeline::cTrack> &tracks, tools::tFaults &reports)
 {
     std::string text, error;
-    if (!tools::ReadWhole(path, kMaximumTextBytes, text, error)) {
+    if (!tools::ReadWhole(path, timeline::kMaximumTextBytes, text, error)) {
         reports.push_back({path, "", error});
         return false;
     }
-    tTextFaults faults;
-    timeline = ParseTimeline(text, faults);
-    tracks = Compile(timeline, faults);
-    for (const tools::cFault &fault : ToReports(path, faults))
+    timeline::tTextFaults faults;
+    timeline = timeline::ParseTimeline(text, faults);
+    tracks = timeline::Compile(timeline, faults);
+    for (const tools::cFault &fault : timeline::ToReports(path, faults))
         reports.push_back(fault);
     return faults.empty();
 }
 
 // That of the timeline where it is given and says one, else that of the show.
-cTempo FindTempo(const cOptions &options, tools::tFaults &faults)
+tools::cTempo FindTempo(const cOptions &options, tools::tFaults &faults)
 {
-    const cTempo ofShow = tools::TempoOfShow(options.mFolder);
+    const tools::cTempo ofShow = tools::TempoOfShow(options.mFolder);
     if (options.mTimeline.empty())
         return ofShow;
-    cTimeline timeline;
-    std::vector<cTrack> tracks;
+    timeline::cTimeline timeline;
+    std::vector<timeline::cTrack> tracks;
     if (!ReadTimeline(options.mTimeline, timeline, tracks, faults))
         return ofShow;
     return timeline.mTempo.HasSeconds() ? timeline.mTempo : ofShow;
@@ -149,8 +149,8 @@ void AddTimeline(const cOptions &options, cPlotInput &input, tools::tFaults &fau
 {
     if (options.mTimeline.empty())
         return;
-    cTimeline timeline;
-    std::vector<cTrack> tracks;
+    timeline::cTimeline timeline;
+    std::vector<timeline::cTrack> tracks;
     if (!ReadTimeline(options.mTimeline, timeline, tracks, faults))
         return;
     if (timeline.mTempo.HasSeconds())
@@ -188,12 +188,12 @@ void AddLyrics(const cOptions &options, tools::cTrackFolder &folder, cPlotInput 
 
 int RunCompile(const cOptions &options)
 {
-    cTimeline timeline;
-    std::vector<cTrack> tracks;
+    timeline::cTimeline timeline;
+    std::vector<timeline::cTrack> tracks;
     tools::tFaults faults;
     if (!ReadTimeline(options.mTimeline, timeline, tracks, faults))
         return Fail(faults);
-    return Write(TrackFiles(tracks, options.mOutput));
+    return Write(timeline::TrackFiles(tracks, options.mOutput));
 }
 
 int RunDump(const cOptions &options)
@@ -201,21 +201,21 @@ int RunDump(const cOptions &options)
     tools::cTrackFolder folder(options.mFolder);
     tools::tFaults faults;
     const auto tracks = LoadAll(options, folder, faults);
-    const cTempo tempo = FindTempo(options, faults);
+    const tools::cTempo tempo = FindTempo(options, faults);
     return faults.empty() ? WriteText(options.mOutput, Dump(tracks, tempo)) : Fail(faults);
 }
 
 int RunSample(const cOptions &options)
 {
     tools::tFaults faults;
-    const cTempo tempo = FindTempo(options, faults);
+    const tools::cTempo tempo = FindTempo(options, faults);
     if (!faults.empty())
         return Fail(faults);
     double times[3] = {};
     const std::string *texts[3] = {&options.mFrom, &options.mTo, &options.mStep};
     for (size_t i = 0; i < 3; i++) {
         std::string expected;
-        if (!ParsePosition(*texts[i], tempo, times[i], expected))
+        if (!timeline::ParsePosition(*texts[i], tempo, times[i], expected))
             return Misuse("expected " + expected + ", found " + tools::Quote(*texts[i]));
     }
     if (!(times[2] > 0.0) || !((times[1] - times[0]) / times[2] < maximumSamples))
@@ -257,7 +257,7 @@ int RunCaptions(const cOptions &options)
     tools::tFaults faults;
     if (!CheckFolder(options.mFolder, faults))
         return Fail(faults);
-    const cTempo tempo = FindTempo(options, faults);
+    const tools::cTempo tempo = FindTempo(options, faults);
     if (faults.empty() && !tempo.HasSeconds())
         return Fail(options.mFolder, "expected a tempo, which captions need for their seconds");
     const auto words = tools::ReadLyrics(options.mLyrics, faults);

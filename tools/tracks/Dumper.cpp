@@ -1,8 +1,8 @@
 #include "tools/tracks/Dumper.h"
 
-#include "tools/tracks/Lexer.h"
-#include "tools/tracks/Time.h"
-#include "tools/tracks/Timeline.h"
+#include "tools/timeline/Lexer.h"
+#include "tools/timeline/Time.h"
+#include "tools/timeline/Timeline.h"
 
 #include <charconv>
 
@@ -19,17 +19,17 @@ void AppendPadded(std::string &text, const std::string &word, size_t width)
     text.append(word.size() < width ? width - word.size() : 0, ' ');
 }
 
-void AppendTrack(std::string &text, const sync_track &track, const cTempo &tempo)
+void AppendTrack(std::string &text, const sync_track &track, const tools::cTempo &tempo)
 {
-    text += "\ntrack " + QuoteName(track.name) + "\n";
+    text += "\ntrack " + timeline::QuoteName(track.name) + "\n";
     for (int i = 0; i < track.num_keys; i++) {
         const sync_key &key = track.keys[i];
         text += "  ";
-        AppendPadded(text, FormatRow(key.row, tempo), timeWidth);
+        AppendPadded(text, timeline::FormatRow(key.row, tempo), timeWidth);
         text += ' ';
-        AppendPadded(text, FormatValue(key.value), valueWidth);
+        AppendPadded(text, timeline::FormatValue(key.value), valueWidth);
         text += ' ';
-        text += kInterpolations[key.type];
+        text += timeline::kInterpolations[key.type];
         text += '\n';
     }
 }
@@ -41,7 +41,7 @@ std::string FormatNumber(double value)
 }
 } // namespace
 
-std::string Dump(const std::vector<const sync_track *> &tracks, const cTempo &tempo)
+std::string Dump(const std::vector<const sync_track *> &tracks, const tools::cTempo &tempo)
 {
     std::string text = "# time is bar:beat:row, " + std::to_string(tempo.mBeatsPerBar) +
                        " beats a bar, " + std::to_string(tempo.mRowsPerBeat) + " rows a beat\n";
@@ -57,7 +57,7 @@ std::string SampleAsCsv(const sync_track &track, double from, double to, double 
     std::string text = "row,value\n";
     for (long long i = 0; from + double(i) * step <= to; i++) {
         const double row = from + double(i) * step;
-        text += FormatNumber(row) + "," + FormatValue(sync_get_val(&track, row)) + "\n";
+        text += FormatNumber(row) + "," + timeline::FormatValue(sync_get_val(&track, row)) + "\n";
     }
     return text;
 }

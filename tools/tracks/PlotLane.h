@@ -1,8 +1,8 @@
 #pragma once
 
 #include "sync/track.h"
+#include "tools/timeline/Timeline.h"
 #include "tools/tracks/Svg.h"
-#include "tools/tracks/Timeline.h"
 
 #include <map>
 #include <string>

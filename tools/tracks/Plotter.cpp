@@ -134,7 +134,7 @@ private:
     void DrawSections()
     {
         int number = 0;
-        for (const cPlotSection &section : mInput.mSections) {
+        for (const timeline::cSectionSpan &section : mInput.mSections) {
             const double from = mAxis.X(section.mFrom), to = mAxis.X(section.mTo);
             const char *fill = number++ % 2 == 0 ? "#1e4f5a" : "#4b2e57";
             mSvg.Rect({from, mTop}, to - from, sectionHeight - 4, fill, 0.9);
@@ -233,28 +233,7 @@ private:
 
 // "fade:plasma" and "fade:fg_black" are of one family.
 std::string Family(const std::string &name) { return name.substr(0, name.find(':')); }
-
-void AddPlaces(const cSection &section, std::vector<cPlotSection> &sections)
-{
-    for (const cPlacement &placement : section.mPlacements) {
-        for (long long i = 0; i < placement.mCount; i++) {
-            const double from = double(placement.mStart + i * placement.mStep);
-            sections.push_back({placement.mName, from, from + *section.mLength});
-        }
-    }
-}
 } // namespace
-
-std::vector<cPlotSection> SectionsOf(const cTimeline &timeline)
-{
-    std::vector<cPlotSection> sections;
-    for (const cSection &section : timeline.mSections)
-        if (section.mLength && !section.mIsPattern)
-            AddPlaces(section, sections);
-    std::sort(sections.begin(), sections.end(),
-              [](const auto &a, const auto &b) { return a.mFrom < b.mFrom; });
-    return sections;
-}
 
 std::string PlotShow(const cPlotInput &input)
 {

@@ -9,7 +9,7 @@
 #include <vector>
 
 /// The text timeline and what is made of it. docs/formats.md describes the language.
-namespace tracks
+namespace timeline
 {
 using tools::cTempo;
 
@@ -42,6 +42,8 @@ struct cBlock
 {
     std::string mTrack;
     std::vector<cKey> mKeys;
+    signed char mDefaultType = SYNC_KEY_HOLD; ///< of keys that don't say theirs
+    int mLine = 0;                            ///< of the `track` line
 };
 
 /// Where a section is put: at `mStart`, and then every `mStep` rows until it has been put `mCount`
@@ -61,6 +63,7 @@ struct cSection
 {
     std::string mName;
     std::optional<int> mLength; ///< rows; keys lie within
+    int mLine = 0;              ///< of the `section` line; 0 for the whole show
     bool mIsPattern = true;     ///< its own line gives it no place; plots show only the others
     std::vector<cBlock> mBlocks;
     std::vector<cPlacement> mPlacements;
@@ -74,6 +77,7 @@ struct cTimeline
 {
     cTempo mTempo; ///< of its tempo line; without one it has no seconds
     std::map<std::string, float, std::less<>> mNames;
+    std::map<std::string, int, std::less<>> mNameLines; ///< where each is declared
     std::vector<std::string>
         mTracks; ///< the declared ones; when there are any, there are no others
     std::vector<cSection> mSections;
@@ -86,4 +90,4 @@ struct cTrack
     std::string mName;
     std::vector<sync_key> mKeys;
 };
-} // namespace tracks
+} // namespace timeline

@@ -4,7 +4,7 @@
 #include <string_view>
 #include <vector>
 
-namespace tracks
+namespace timeline
 {
 /// A word of a line.
 struct cToken
@@ -35,4 +35,4 @@ std::string Unquote(const cToken &token);
 
 /// `name` so that it reads back as one token: bare where that is possible, else as a string.
 std::string QuoteName(std::string_view name);
-} // namespace tracks
+} // namespace timeline

@@ -1,13 +1,13 @@
-#include "tools/tracks/Statements.h"
+#include "tools/timeline/Statements.h"
 
 #include "tools/support/Nearest.h"
-#include "tools/tracks/Time.h"
+#include "tools/timeline/Time.h"
 
 #include <algorithm>
 #include <charconv>
 #include <cmath>
 
-namespace tracks
+namespace timeline
 {
 namespace
 {
@@ -117,7 +117,7 @@ bool cStatements::ReadName(const cLine &line)
     const cToken &name = line.mTokens[0];
     if (!IsName(name) || IsKeyword(name.mText))
         return Fail(line, 0, "a name (a letter first, no keyword)");
-    const auto [entry, isNew] = mNameLines.emplace(name.mText, line.mNumber);
+    const auto [entry, isNew] = mTimeline.mNameLines.emplace(name.mText, line.mNumber);
     if (!isNew)
         return Fail(line, 0,
                     "a new name (line " + std::to_string(entry->second) + " declares this one)");
@@ -145,13 +145,13 @@ bool cStatements::ReadTrack(const cLine &line)
     cSection &section = mTimeline.mSections[mSection];
     section.mBlocks.push_back({}); // in a faulty line too: its keys belong here and nowhere else
     mBlock = &section.mBlocks.back();
-    mDefaultType = SYNC_KEY_HOLD;
+    mBlock->mLine = line.mNumber;
     if (!ReadTrackName(line, 1, mBlock->mTrack))
         return false;
     if (!mDeclaredTracks.empty() && mDeclaredTracks.count(mBlock->mTrack) == 0)
         return Fail(line, 1, "a declared track",
                     Hint(mBlock->mTrack, {mDeclaredTracks.begin(), mDeclaredTracks.end()}));
-    if (line.mTokens.size() > 2 && !ReadInterpolation(line, 2, mDefaultType))
+    if (line.mTokens.size() > 2 && !ReadInterpolation(line, 2, mBlock->mDefaultType))
         return false;
     return CheckEnd(line, 3);
 }
@@ -160,6 +160,7 @@ bool cStatements::ReadSection(const cLine &line)
 {
     mSection = mTimeline.mSections.size();
     mTimeline.mSections.push_back({});
+    mTimeline.mSections.back().mLine = line.mNumber;
     mBlock = nullptr;
     std::string name;
     if (!ReadWord(line, 1, "the section's name", name))
@@ -200,7 +201,7 @@ bool cStatements::ReadKey(const cLine &line)
     if (!mBlock)
         return Fail(line, 0, "a track line before the first key");
     cKey key;
-    key.mType = mDefaultType;
+    key.mType = mBlock->mDefaultType;
     key.mPlace = {line.mNumber, line.mTokens[0].mColumn};
     if (!ReadRows(line, 0, key.mRow) || !ReadValue(line, 1, key.mValue))
         return false;
@@ -415,4 +416,4 @@ std::string cStatements::Hint(std::string_view name, const std::vector<std::stri
 {
     return mHints++ < maximumHints ? tools::NearestHint(name, known) : "";
 }
-} // namespace tracks
+} // namespace timeline

@@ -1,12 +1,12 @@
-#include "tools/tracks/Parser.h"
+#include "tools/timeline/Parser.h"
 
 #include "tools/support/Nearest.h"
-#include "tools/tracks/Lexer.h"
-#include "tools/tracks/Statements.h"
+#include "tools/timeline/Lexer.h"
+#include "tools/timeline/Statements.h"
 
 #include <algorithm>
 
-namespace tracks
+namespace timeline
 {
 namespace
 {
@@ -66,4 +66,4 @@ tools::tFaults ToReports(const std::string &file, tTextFaults faults)
                            "", fault.mWhat});
     return reports;
 }
-} // namespace tracks
+} // namespace timeline

@@ -1,15 +1,15 @@
 #pragma once
 
-#include "tools/tracks/Lexer.h"
-#include "tools/tracks/Parser.h"
-#include "tools/tracks/Timeline.h"
+#include "tools/timeline/Lexer.h"
+#include "tools/timeline/Parser.h"
+#include "tools/timeline/Timeline.h"
 
 #include <map>
 #include <set>
 #include <string>
 #include <vector>
 
-namespace tracks
+namespace timeline
 {
 /// The tokens of one line, of which there is at least one.
 struct cLine
@@ -73,12 +73,10 @@ private:
     cTimeline &mTimeline;
     tTextFaults &mFaults;
     std::set<std::string, std::less<>> mDeclaredTracks;
-    std::map<std::string, int, std::less<>> mNameLines; ///< where each name was declared
     std::map<std::string, size_t, std::less<>> mSectionsByName;
     int mTempoLine = 0, mFirstLine = 0; ///< the tempo's, and the first of all; 0: not seen yet
     size_t mSection = 0;
     cBlock *mBlock = nullptr; ///< where keys go; null before the section's first track
-    signed char mDefaultType = SYNC_KEY_HOLD;
     int mHints = 0;
 };
-} // namespace tracks
+} // namespace timeline

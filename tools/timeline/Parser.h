@@ -1,13 +1,13 @@
 #pragma once
 
 #include "tools/support/Faults.h"
-#include "tools/tracks/Timeline.h"
+#include "tools/timeline/Timeline.h"
 
 #include <string>
 #include <string_view>
 #include <vector>
 
-namespace tracks
+namespace timeline
 {
 /// What is wrong at a place of a timeline: "expected X, found Y".
 struct cTextFault
@@ -25,4 +25,4 @@ cTimeline ParseTimeline(std::string_view text, tTextFaults &faults);
 
 /// `faults` in the order of the text, as reports about `file`.
 tools::tFaults ToReports(const std::string &file, tTextFaults faults);
-} // namespace tracks
+} // namespace timeline

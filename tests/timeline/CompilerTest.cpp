@@ -1,6 +1,6 @@
-#include "tools/tracks/Compiler.h"
+#include "tools/timeline/Compiler.h"
 #include "tests/support/TestFiles.h"
-#include "tools/tracks/Plotter.h"
+#include "tools/timeline/Sections.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -22,12 +22,12 @@ namespace
 const int hold = SYNC_KEY_HOLD, linear = SYNC_KEY_LINEAR, smoothstep = SYNC_KEY_SMOOTHSTEP,
           quadratic = SYNC_KEY_QUADRATIC;
 
-std::vector<tracks::cTrack> Compile(const std::string &text)
+std::vector<timeline::cTrack> Compile(const std::string &text)
 {
-    tracks::tTextFaults faults;
-    const tracks::cTimeline timeline = tracks::ParseTimeline(text, faults);
-    auto compiled = tracks::Compile(timeline, faults);
-    for (const tools::cFault &fault : tracks::ToReports("timeline", faults))
+    timeline::tTextFaults faults;
+    const timeline::cTimeline timeline = timeline::ParseTimeline(text, faults);
+    auto compiled = timeline::Compile(timeline, faults);
+    for (const tools::cFault &fault : timeline::ToReports("timeline", faults))
         ADD_FAILURE() << fault.ToLine();
     return compiled;
 }
@@ -127,7 +127,7 @@ TEST(Compiler, ATrackWithoutKeysAndADeclaredOneGetEmptyFiles)
     const auto compiled = Compile("tracks b a c\ntrack a\n 0 1");
     ASSERT_EQ(compiled.size(), 3u);
     EXPECT_EQ(compiled[1].mName, "b");
-    EXPECT_EQ(tracks::TrackFileBytes(compiled[1]), std::string(8, '\0'));
+    EXPECT_EQ(timeline::TrackFileBytes(compiled[1]), std::string(8, '\0'));
     EXPECT_EQ(Compile("track x\n").size(), 1u);
 }
 
@@ -137,8 +137,8 @@ TEST(Compiler, TrackFilesAreTheBytesThatThePlayerReads)
     ASSERT_EQ(compiled.size(), 1u);
     const std::string bytes("\2\0\0\0\0\0\0\0\xFF\xFF\xFF\xFF\0\0\0\x80\3\5\0\0\0\0\0\x20\x40\0",
                             26);
-    EXPECT_EQ(tracks::TrackFileBytes(compiled[0]), bytes);
-    const auto files = tracks::TrackFiles(compiled, "some/folder");
+    EXPECT_EQ(timeline::TrackFileBytes(compiled[0]), bytes);
+    const auto files = timeline::TrackFiles(compiled, "some/folder");
     EXPECT_EQ(files[0].mPath, "some/folder/sync_tunnel:pos.track");
 }
 
@@ -153,12 +153,12 @@ TEST(Compiler, ManyTracksAreNoTrouble)
 // Plots show sections with a place and a length; patterns would hide the sections that they lie in.
 TEST(Compiler, SectionsOfAPlotAreThePlacedOnesAndTheirRepetitions)
 {
-    tracks::tTextFaults faults;
-    const auto timeline = tracks::ParseTimeline("section p length 1:0\nrepeat p at 0:2\n"
-                                                "section b at 2:0\nsection c at 4:0 length 2:0\n"
-                                                "repeat c at 0:0 as d\n",
-                                                faults);
-    const auto sections = tracks::SectionsOf(timeline);
+    timeline::tTextFaults faults;
+    const auto timeline = timeline::ParseTimeline("section p length 1:0\nrepeat p at 0:2\n"
+                                                  "section b at 2:0\nsection c at 4:0 length 2:0\n"
+                                                  "repeat c at 0:0 as d\n",
+                                                  faults);
+    const auto sections = timeline::SectionsOf(timeline);
     ASSERT_EQ(sections.size(), 2u);
     EXPECT_EQ(sections[0].mName, "d");
     EXPECT_EQ(sections[1].mName, "c");
@@ -169,6 +169,6 @@ TEST(Compiler, TheShowsOwnTimelineIsItsTwentyTwoTracks)
 {
     const auto compiled = Compile(test::ReadFile(VYR_SOURCE_DIR "/content/timeline.txt"));
     EXPECT_EQ(compiled.size(), 22u);
-    for (const tracks::cTrack &track : compiled)
+    for (const timeline::cTrack &track : compiled)
         EXPECT_FALSE(track.mKeys.empty()) << track.mName;
 }

@@ -1,7 +1,7 @@
-#include "tools/tracks/Compiler.h"
+#include "tools/timeline/Compiler.h"
 
-#include "demo/Show.h"
-#include "tools/tracks/Time.h"
+#include "tools/support/TrackFolder.h"
+#include "tools/timeline/Time.h"
 
 #include <algorithm>
 #include <bit>
@@ -10,16 +10,10 @@
 #include <map>
 #include <set>
 
-namespace tracks
+namespace timeline
 {
 namespace
 {
-// A key put on its row of the show.
-struct cPlacedKey
-{
-    sync_key mKey;
-    cPlace mPlace;
-};
 using tPlacedTracks = std::map<std::string, std::vector<cPlacedKey>>;
 
 std::string InLine(const cPlace &place) { return "line " + std::to_string(place.mLine); }
@@ -54,13 +48,13 @@ bool FitsRow(long long row)
     return row >= std::numeric_limits<int>::min() && row <= std::numeric_limits<int>::max();
 }
 
-void PlaceBlock(const cBlock &block, long long start, std::vector<cPlacedKey> &keys,
+void PlaceBlock(const cBlock &block, long long start, int copy, std::vector<cPlacedKey> &keys,
                 tTextFaults &faults)
 {
     for (const cKey &key : block.mKeys) {
         const long long row = start + key.mRow;
         if (FitsRow(row)) {
-            keys.push_back({{static_cast<int>(row), key.mValue, key.mType}, key.mPlace});
+            keys.push_back({{static_cast<int>(row), key.mValue, key.mType}, key.mPlace, copy});
         } else {
             faults.push_back({key.mPlace, "expected a row that fits into 32 bits, found " +
                                               std::to_string(row) + " where its section lies"});
@@ -73,9 +67,10 @@ void PlaceSection(const cSection &section, tPlacedTracks &tracks, tTextFaults &f
 {
     for (const cBlock &block : section.mBlocks) {
         std::vector<cPlacedKey> &keys = tracks[block.mTrack];
+        int copy = 0;
         for (const cPlacement &placement : section.mPlacements)
             for (long long i = 0; i < placement.mCount; i++)
-                PlaceBlock(block, placement.mStart + i * placement.mStep, keys, faults);
+                PlaceBlock(block, placement.mStart + i * placement.mStep, copy++, keys, faults);
     }
 }
 
@@ -98,17 +93,13 @@ void ReportDoubles(const std::string &name, const std::vector<cPlacedKey> &keys,
     }
 }
 
-cTrack FinishTrack(const std::string &name, std::vector<cPlacedKey> &keys, const cTempo &tempo,
-                   tTextFaults &faults)
+cPlacedTrack FinishTrack(const std::string &name, std::vector<cPlacedKey> &keys,
+                         const cTempo &tempo, tTextFaults &faults)
 {
     if (!std::is_sorted(keys.begin(), keys.end(), IsEarlier))
         std::stable_sort(keys.begin(), keys.end(), IsEarlier);
     ReportDoubles(name, keys, tempo, faults);
-    cTrack track{name, {}};
-    track.mKeys.reserve(keys.size());
-    for (const cPlacedKey &key : keys)
-        track.mKeys.push_back(key.mKey);
-    return track;
+    return {name, std::move(keys)};
 }
 
 void AppendLittleEndian(std::string &bytes, uint32_t value)
@@ -118,9 +109,9 @@ void AppendLittleEndian(std::string &bytes, uint32_t value)
 }
 } // namespace
 
-std::vector<cTrack> Compile(const cTimeline &timeline, tTextFaults &faults)
+std::vector<cPlacedTrack> Place(const cTimeline &timeline, tTextFaults &faults)
 {
-    std::vector<cTrack> tracks;
+    std::vector<cPlacedTrack> tracks;
     if (!IsWithinLimit(timeline, faults))
         return tracks;
     tPlacedTracks placed;
@@ -130,6 +121,23 @@ std::vector<cTrack> Compile(const cTimeline &timeline, tTextFaults &faults)
         PlaceSection(section, placed, faults);
     for (auto &[name, keys] : placed)
         tracks.push_back(FinishTrack(name, keys, timeline.mTempo, faults));
+    return tracks;
+}
+
+cTrack WithoutPlaces(const cPlacedTrack &placed)
+{
+    cTrack track{placed.mName, {}};
+    track.mKeys.reserve(placed.mKeys.size());
+    for (const cPlacedKey &key : placed.mKeys)
+        track.mKeys.push_back(key.mKey);
+    return track;
+}
+
+std::vector<cTrack> Compile(const cTimeline &timeline, tTextFaults &faults)
+{
+    std::vector<cTrack> tracks;
+    for (const cPlacedTrack &placed : Place(timeline, faults))
+        tracks.push_back(WithoutPlaces(placed));
     return tracks;
 }
 
@@ -152,8 +160,7 @@ std::vector<tools::cOutput> TrackFiles(const std::vector<cTrack> &tracks,
 {
     std::vector<tools::cOutput> files;
     for (const cTrack &track : tracks)
-        files.push_back({folder / (std::string(demo::kTrackPrefix) + "_" + track.mName + ".track"),
-                         TrackFileBytes(track)});
+        files.push_back({tools::TrackPath(folder, track.mName), TrackFileBytes(track)});
     return files;
 }
-} // namespace tracks
+} // namespace timeline

@@ -1,10 +1,10 @@
-#include "tools/tracks/Time.h"
+#include "tools/timeline/Time.h"
 
 #include <charconv>
 #include <cmath>
 #include <limits>
 
-namespace tracks
+namespace timeline
 {
 namespace
 {
@@ -124,4 +124,4 @@ std::string FormatValue(float value)
     const auto result = std::to_chars(text, text + sizeof text, value);
     return std::string(text, result.ptr);
 }
-} // namespace tracks
+} // namespace timeline

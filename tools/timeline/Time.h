@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-namespace tracks
+namespace timeline
 {
 using tools::cTempo;
 
@@ -23,4 +23,4 @@ std::string FormatRow(int row, const cTempo &tempo);
 
 /// The shortest text that reads back as the same value, the sign of zero included.
 std::string FormatValue(float value);
-} // namespace tracks
+} // namespace timeline

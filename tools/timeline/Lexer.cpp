@@ -1,10 +1,10 @@
-#include "tools/tracks/Lexer.h"
+#include "tools/timeline/Lexer.h"
 
 #include "tools/support/Faults.h"
 
 #include <cstdio>
 
-namespace tracks
+namespace timeline
 {
 namespace
 {
@@ -136,4 +136,4 @@ std::string QuoteName(std::string_view name)
     }
     return isBare ? std::string(name) : quoted + "\"";
 }
-} // namespace tracks
+} // namespace timeline

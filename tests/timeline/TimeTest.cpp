@@ -1,4 +1,4 @@
-#include "tools/tracks/Time.h"
+#include "tools/timeline/Time.h"
 
 #include <gtest/gtest.h>
 
@@ -14,7 +14,7 @@ int Row(const std::string &text, const tools::cTempo &tempo = theShow)
 {
     int row = INT_MIN;
     std::string expected;
-    EXPECT_TRUE(tracks::ParseRow(text, tempo, row, expected)) << text << ": " << expected;
+    EXPECT_TRUE(timeline::ParseRow(text, tempo, row, expected)) << text << ": " << expected;
     return row;
 }
 
@@ -22,7 +22,7 @@ std::string Refusal(const std::string &text, const tools::cTempo &tempo = theSho
 {
     int row = 0;
     std::string expected;
-    EXPECT_FALSE(tracks::ParseRow(text, tempo, row, expected)) << text;
+    EXPECT_FALSE(timeline::ParseRow(text, tempo, row, expected)) << text;
     return expected;
 }
 } // namespace
@@ -74,25 +74,25 @@ TEST(Time, PositionsMayBeFractional)
 {
     double rows = 0.0;
     std::string expected;
-    ASSERT_TRUE(tracks::ParsePosition("12.5", theShow, rows, expected));
+    ASSERT_TRUE(timeline::ParsePosition("12.5", theShow, rows, expected));
     EXPECT_EQ(rows, 12.5);
-    ASSERT_TRUE(tracks::ParsePosition("-0.5s", theShow, rows, expected));
+    ASSERT_TRUE(timeline::ParsePosition("-0.5s", theShow, rows, expected));
     EXPECT_EQ(rows, -8.8);
 }
 
 TEST(Time, FormattedRowsReadBack)
 {
     for (int row : {0, 1, 7, 8, 31, 32, 3624, -1, -33, INT_MAX, INT_MIN})
-        EXPECT_EQ(Row(tracks::FormatRow(row, theShow)), row);
-    EXPECT_EQ(tracks::FormatRow(789, theShow), "24:2:5");
+        EXPECT_EQ(Row(timeline::FormatRow(row, theShow)), row);
+    EXPECT_EQ(timeline::FormatRow(789, theShow), "24:2:5");
 }
 
 TEST(Time, FormattedValuesAreShortAndKeepTheSignOfZero)
 {
-    EXPECT_EQ(tracks::FormatValue(0.1f), "0.1");
-    EXPECT_EQ(tracks::FormatValue(-0.0f), "-0");
-    EXPECT_EQ(tracks::FormatValue(1.0f), "1");
-    EXPECT_EQ(tracks::FormatValue(std::numeric_limits<float>::denorm_min()), "1e-45");
+    EXPECT_EQ(timeline::FormatValue(0.1f), "0.1");
+    EXPECT_EQ(timeline::FormatValue(-0.0f), "-0");
+    EXPECT_EQ(timeline::FormatValue(1.0f), "1");
+    EXPECT_EQ(timeline::FormatValue(std::numeric_limits<float>::denorm_min()), "1e-45");
 }
 
 // 3 beats of 5 rows are a bar of 15; 90 beats a minute are 7.5 rows a second.
@@ -101,7 +101,7 @@ TEST(Time, BarsBeatsAndSecondsAreThoseOfTheTempo)
     const tools::cTempo waltz = tools::TempoOf(90.0, 5, 3);
     EXPECT_EQ(Row("2:1:4", waltz), 39);
     EXPECT_EQ(Row("2s", waltz), 15);
-    EXPECT_EQ(tracks::FormatRow(39, waltz), "2:1:4");
+    EXPECT_EQ(timeline::FormatRow(39, waltz), "2:1:4");
     EXPECT_EQ(Refusal("1:3", waltz), "a beat from 0 to 2 behind the bar");
     EXPECT_EQ(Refusal("1:2:5", waltz), "a row from 0 to 4 behind the beat");
 }

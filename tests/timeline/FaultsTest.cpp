@@ -1,4 +1,4 @@
-#include "tools/tracks/Compiler.h"
+#include "tools/timeline/Compiler.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -13,11 +13,11 @@ namespace
 {
 std::vector<std::string> FaultsOf(const std::string &text)
 {
-    tracks::tTextFaults faults;
-    const tracks::cTimeline timeline = tracks::ParseTimeline(text, faults);
-    tracks::Compile(timeline, faults);
+    timeline::tTextFaults faults;
+    const timeline::cTimeline timeline = timeline::ParseTimeline(text, faults);
+    timeline::Compile(timeline, faults);
     std::vector<std::string> lines;
-    for (const tools::cFault &fault : tracks::ToReports("t", faults))
+    for (const tools::cFault &fault : timeline::ToReports("t", faults))
         lines.push_back(fault.ToLine());
     return lines;
 }
@@ -166,7 +166,7 @@ TEST(Faults, AKeyThatMeetsItselfInEveryRepetitionIsReportedOnce)
 
 TEST(Faults, LinesPastTheLimitAreRefused)
 {
-    const std::string longLine(tracks::kMaximumLineBytes + 1, 'x');
+    const std::string longLine(timeline::kMaximumLineBytes + 1, 'x');
     EXPECT_THAT(FaultsOf("track a\n" + longLine + "\n0 1"),
                 ElementsAre("t:2:4097: expected a line of at most 4096 bytes, found 4097"));
     EXPECT_THAT(FaultsOf("track " + std::string(245, 'n')),
@@ -178,7 +178,7 @@ TEST(Faults, ReadingEndsAfterTenThousand)
     std::string text;
     for (int i = 0; i < 20'000; i++)
         text += "nonsense\n";
-    EXPECT_EQ(FaultsOf(text).size(), tracks::kMaximumFaults);
+    EXPECT_EQ(FaultsOf(text).size(), timeline::kMaximumFaults);
 }
 
 TEST(Faults, WhatIsFoundStaysOnItsLine)
@@ -202,11 +202,11 @@ TEST(Faults, AnyBytesAreAnswered)
         const size_t changes = round % 2 == 0 ? 1 + random() % 4 : text.size();
         for (size_t i = 0; i < changes; i++)
             text[random() % text.size()] = char(random() % 256);
-        tracks::tTextFaults faults;
-        const tracks::cTimeline timeline = tracks::ParseTimeline(text, faults);
-        tracks::Compile(timeline, faults);
+        timeline::tTextFaults faults;
+        const timeline::cTimeline timeline = timeline::ParseTimeline(text, faults);
+        timeline::Compile(timeline, faults);
         const long lines = 1 + std::count(text.begin(), text.end(), '\n');
-        for (const tracks::cTextFault &fault : faults) {
+        for (const timeline::cTextFault &fault : faults) {
             ASSERT_GE(fault.mPlace.mLine, 1);
             ASSERT_LE(fault.mPlace.mLine, lines);
             ASSERT_THAT(fault.mWhat, StartsWith("expected "));
