@@ -27,7 +27,6 @@ vyr::cRenderer &OpenFullScreen()
     renderer.Init(width, height, true);
     TexturesHolder::CreateSingleton();
     TexturesHolder::GetSingleton();
-    renderer.InitPostProcessing();
     return renderer;
 }
 
@@ -77,6 +76,9 @@ void CloseWindow(vyr::cRenderer &renderer)
 int main()
 {
     vyr::cRenderer &renderer = OpenFullScreen();
+    if (!vyr::platform::IsWindowOpen())
+        return failed; // the window system has said why
+    renderer.InitPostProcessing();
     ShowBlackFrame(renderer);
 
     demo::cMusic music;

@@ -5,6 +5,7 @@ namespace vyr::platform
 namespace
 {
 const WindowSystem *current = nullptr;
+bool isOpen = false;
 
 const WindowSystem &Current() { return current ? *current : ScreenWindowSystem(); }
 } // namespace
@@ -17,8 +18,11 @@ Size GetDisplaySize() { return Current().start() ? Current().getDisplaySize() : 
 
 bool OpenWindow(int width, int height, bool fullscreen)
 {
-    return Current().open(width, height, fullscreen);
+    isOpen = Current().open(width, height, fullscreen);
+    return isOpen;
 }
+
+bool IsWindowOpen() { return isOpen; }
 
 void SetSwapInterval(int frames) { Current().setSwapInterval(frames); }
 
@@ -30,5 +34,9 @@ bool IsEscapeHeld() { return Current().isEscapeHeld(); }
 
 double GetTime() { return Current().getTime(); }
 
-void StopWindowSystem() { Current().stop(); }
+void StopWindowSystem()
+{
+    Current().stop();
+    isOpen = false;
+}
 } // namespace vyr::platform

@@ -40,6 +40,8 @@ Size GetDisplaySize();
 /// Opens the window: 8 bits each of red, green, blue and alpha, 16 bits of depth, no stencil, and a
 /// context that has the fixed-function pipeline. A full-screen window hides the mouse pointer.
 bool OpenWindow(int width, int height, bool fullscreen);
+bool IsWindowOpen(); ///< since an `OpenWindow` that was true; without, there is no OpenGL to draw
+                     ///< with
 void SetSwapInterval(int frames);
 void SetWindowTitle(const char *title);
 void SwapBuffers();
