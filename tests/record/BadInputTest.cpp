@@ -145,18 +145,23 @@ TEST_F(BrokenShow, NamesTheFileAndTheReason)
     ExpectNamed("data/oh2.lwo", "FORM", "LWO2");
     ExpectNamed("data/shaders/plasma.fs", "-", "not there");
     ExpectNamed("data/shaders/noise.fs", "void main() { oops }", "compile");
-    ExpectNamed("data/photos/tovak01.png", "-", "row");
-    ExpectNamed("data/lyrics/lyrics003", "no picture", "row");
-    ExpectNamed("data/vignette1.png", "-", "row");
+    ExpectNamed("data/photos/tovak01.png", "-", "picked by sync_image:");
+    ExpectNamed("data/lyrics/lyrics003", "no picture", "picked by sync_lyrics:num.track");
+    ExpectNamed("data/zemlogo.png", "-", "picked by sync_image:zemlogo.track");
+    ExpectNamed("data/tex9.png", "-", "picked by sync_tunnel:texture.track");
+    ExpectNamed("data/vignette1.png", "-", ": row 0.000000 shows it, and it is no picture");
     ExpectNamed("sync_fade:plasma.track", "abc", "cut off");
     ExpectNamed("sync_fade:plasma.track", std::string("\2\0\0\0\0\0\0\0", 8) + key.substr(8),
                 "fewer");
     ExpectNamed("sync_fade:plasma.track", std::string(8, '\xff'), "negative");
     ExpectNamed("sync_fade:plasma.track", key + '\7', "interpolation");
-    std::string far = key;
-    far.replace(12, 4, std::string("\0\0\xc8\x42", 4)); // 100
-    ExpectNamed("sync_image:left.track", far + std::string(1, '\0'), "100");
-    ExpectNamed("sync_object:num.track", far + std::string(1, '\0'), "100");
+    // 0 at row 0, 100 at row 35.2 and later: each track that picks from a table
+    const std::string far = std::string("\2\0\0\0\0\0\0\0", 8) + std::string(9, '\0') +
+                            std::string("\x23\0\0\0\0\0\xc8\x42\0", 9);
+    for (const char *track :
+         {"image:left", "image:right", "image:center", "lyrics:num", "object:num"})
+        ExpectNamed(std::string("sync_") + track + ".track", far,
+                    ".track: 100 at row 35.200000, where ");
 }
 
 TEST_F(BrokenShow, TrackThatIsMissingIsNamedAndZero)

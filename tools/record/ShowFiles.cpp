@@ -123,11 +123,13 @@ int GetIndex(const demo::cShow &show, demo::eTrack track, double row, int count)
     return index;
 }
 
-void CheckPicture(int texture, const std::string &path, double row)
+// `track` puts it there; none for what is always drawn.
+void CheckPicture(int texture, const std::string &path, double row, const std::string &track = "")
 {
     if (texture < 0)
-        throw cFailure(path + ": row " + std::to_string(row) +
-                       " shows it, and it is no picture that can be read");
+        throw cFailure(path + ": row " + std::to_string(row) + " shows it" +
+                       (track.empty() ? "" : ", picked by " + track) +
+                       ", and it is no picture that can be read");
 }
 
 void CheckPhoto(const demo::cShow &show, demo::eTrack track, double row)
@@ -135,14 +137,15 @@ void CheckPhoto(const demo::cShow &show, demo::eTrack track, double row)
     const int index = GetIndex(show, track, row, demo::kPhotoCount);
     if (index >= 0)
         CheckPicture(show.mAssets.mPhotos[size_t(index)], show.mAssets.mPhotoNames[size_t(index)],
-                     row);
+                     row, TrackFile(track));
 }
 
 void CheckLyric(const demo::cShow &show, double row)
 {
     const int index = GetIndex(show, demo::LYRICS_NUM, row, demo::kLyricCount);
     if (index >= 0)
-        CheckPicture(show.mAssets.mLyrics[size_t(index)], demo::LyricName(index), row);
+        CheckPicture(show.mAssets.mLyrics[size_t(index)], demo::LyricName(index), row,
+                     TrackFile(demo::LYRICS_NUM));
 }
 } // namespace
 
@@ -191,9 +194,10 @@ void CheckRow(const demo::cShow &show, double row)
     CheckLyric(show, row);
     GetIndex(show, demo::OBJECT_NUM, row, 2);
     if (GetIndex(show, demo::TUNNEL_TEXTURE, row, INT_MAX) >= 0)
-        CheckPicture(show.mAssets.mTunnelTexture, demo::kTunnelFile, row);
+        CheckPicture(show.mAssets.mTunnelTexture, demo::kTunnelFile, row,
+                     TrackFile(demo::TUNNEL_TEXTURE));
     if (sync_get_val(show.mTracks[demo::IMAGE_ZEMLOGO], row) > 0.0f)
-        CheckPicture(show.mAssets.mLogo, demo::kLogoFile, row);
+        CheckPicture(show.mAssets.mLogo, demo::kLogoFile, row, TrackFile(demo::IMAGE_ZEMLOGO));
     CheckPicture(show.mAssets.mVignette, demo::kVignetteFile, row); // always drawn
 }
 } // namespace record
