@@ -3,9 +3,10 @@
 
 add_library(vyr_compile_options INTERFACE)
 target_compile_features(vyr_compile_options INTERFACE cxx_std_20)
+# -fno-semantic-interposition: a function of the shared library is inlined there as anywhere else.
 # -ffp-contract=off: what is drawn at a row is rounded operation by operation, on every processor.
 target_compile_options(vyr_compile_options INTERFACE
-    -Wall -Wextra -Wpedantic -Wconversion -Wshadow -ffp-contract=off)
+    -Wall -Wextra -Wpedantic -Wconversion -Wshadow -ffp-contract=off -fno-semantic-interposition)
 if(PROJECT_IS_TOP_LEVEL)
     target_compile_options(vyr_compile_options INTERFACE -Werror)
 endif()

@@ -55,7 +55,7 @@ void ExpectLegal(const timeline::cTrack &track)
     FUZZ_EXPECT(track.mName.find('\0') == std::string::npos);
 }
 
-std::string DumpOf(std::vector<timeline::cTrack> &made, const tools::cTempo &tempo)
+std::string DumpOf(std::vector<timeline::cTrack> &made, const vyr::cTempo &tempo)
 {
     std::vector<sync_track> loaded;
     std::vector<const sync_track *> pointers;
@@ -66,7 +66,7 @@ std::string DumpOf(std::vector<timeline::cTrack> &made, const tools::cTempo &tem
     return tracks::Dump(pointers, tempo);
 }
 
-void ExpectTheSameFromItsDump(std::vector<timeline::cTrack> &made, const tools::cTempo &tempo)
+void ExpectTheSameFromItsDump(std::vector<timeline::cTrack> &made, const vyr::cTempo &tempo)
 {
     timeline::tTextFaults faults;
     const auto again =

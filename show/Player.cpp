@@ -3,7 +3,7 @@
 #include "engine/Renderer.h"
 #include "show/ShowFolder.h"
 #include "show/Stage.h"
-#include "show/Tempo.h"
+#include "show/Time.h"
 #include "sound/MusicPlayer.h"
 
 #include <CLI/CLI.hpp>

@@ -96,16 +96,6 @@ const sync_track *cShow::GetTrack(int track) const
 
 float cShow::SampleTrack(const sync_track *track, double row) { return sync_get_val(track, row); }
 
-double GetSeconds(const cShowDescription &description)
-{
-    return description.mLastRow / description.mRowsPerSecond;
-}
-
-int GetRowsPerBar(const cShowDescription &description)
-{
-    return description.mRowsPerBeat * description.mBeatsPerBar;
-}
-
 tTexts FindFaults(const cShowDescription &description)
 {
     tTexts faults;

@@ -82,10 +82,6 @@ private:
 /// version, and a show of another version is refused: it has to be built anew.
 inline constexpr int kShowInterface = 1;
 
-/// The length of the show in seconds of its music.
-double GetSeconds(const cShowDescription &description);
-int GetRowsPerBar(const cShowDescription &description);
-
 /// What is wrong with a description, a sentence each: no tracks, a tempo of 0, a choice for a track
 /// that is not there ... Empty for a good one.
 std::vector<std::string> FindFaults(const cShowDescription &description);

@@ -1,4 +1,4 @@
-#include "tools/timeline/Time.h"
+#include "show/Time.h"
 
 #include <gtest/gtest.h>
 
@@ -8,21 +8,21 @@
 
 namespace
 {
-const tools::cTempo theShow = tools::TempoOf(132.0, 8, 4);
+const vyr::cTempo theShow = vyr::TempoOf(132.0, 8, 4);
 
-int Row(const std::string &text, const tools::cTempo &tempo = theShow)
+int Row(const std::string &text, const vyr::cTempo &tempo = theShow)
 {
     int row = INT_MIN;
     std::string expected;
-    EXPECT_TRUE(timeline::ParseRow(text, tempo, row, expected)) << text << ": " << expected;
+    EXPECT_TRUE(vyr::ParseRow(text, tempo, row, expected)) << text << ": " << expected;
     return row;
 }
 
-std::string Refusal(const std::string &text, const tools::cTempo &tempo = theShow)
+std::string Refusal(const std::string &text, const vyr::cTempo &tempo = theShow)
 {
     int row = 0;
     std::string expected;
-    EXPECT_FALSE(timeline::ParseRow(text, tempo, row, expected)) << text;
+    EXPECT_FALSE(vyr::ParseRow(text, tempo, row, expected)) << text;
     return expected;
 }
 } // namespace
@@ -74,34 +74,34 @@ TEST(Time, PositionsMayBeFractional)
 {
     double rows = 0.0;
     std::string expected;
-    ASSERT_TRUE(timeline::ParsePosition("12.5", theShow, rows, expected));
+    ASSERT_TRUE(vyr::ParsePosition("12.5", theShow, rows, expected));
     EXPECT_EQ(rows, 12.5);
-    ASSERT_TRUE(timeline::ParsePosition("-0.5s", theShow, rows, expected));
+    ASSERT_TRUE(vyr::ParsePosition("-0.5s", theShow, rows, expected));
     EXPECT_EQ(rows, -8.8);
 }
 
 TEST(Time, FormattedRowsReadBack)
 {
     for (int row : {0, 1, 7, 8, 31, 32, 3624, -1, -33, INT_MAX, INT_MIN})
-        EXPECT_EQ(Row(timeline::FormatRow(row, theShow)), row);
-    EXPECT_EQ(timeline::FormatRow(789, theShow), "24:2:5");
+        EXPECT_EQ(Row(vyr::FormatRow(row, theShow)), row);
+    EXPECT_EQ(vyr::FormatRow(789, theShow), "24:2:5");
 }
 
 TEST(Time, FormattedValuesAreShortAndKeepTheSignOfZero)
 {
-    EXPECT_EQ(timeline::FormatValue(0.1f), "0.1");
-    EXPECT_EQ(timeline::FormatValue(-0.0f), "-0");
-    EXPECT_EQ(timeline::FormatValue(1.0f), "1");
-    EXPECT_EQ(timeline::FormatValue(std::numeric_limits<float>::denorm_min()), "1e-45");
+    EXPECT_EQ(vyr::FormatValue(0.1f), "0.1");
+    EXPECT_EQ(vyr::FormatValue(-0.0f), "-0");
+    EXPECT_EQ(vyr::FormatValue(1.0f), "1");
+    EXPECT_EQ(vyr::FormatValue(std::numeric_limits<float>::denorm_min()), "1e-45");
 }
 
 // 3 beats of 5 rows are a bar of 15; 90 beats a minute are 7.5 rows a second.
 TEST(Time, BarsBeatsAndSecondsAreThoseOfTheTempo)
 {
-    const tools::cTempo waltz = tools::TempoOf(90.0, 5, 3);
+    const vyr::cTempo waltz = vyr::TempoOf(90.0, 5, 3);
     EXPECT_EQ(Row("2:1:4", waltz), 39);
     EXPECT_EQ(Row("2s", waltz), 15);
-    EXPECT_EQ(timeline::FormatRow(39, waltz), "2:1:4");
+    EXPECT_EQ(vyr::FormatRow(39, waltz), "2:1:4");
     EXPECT_EQ(Refusal("1:3", waltz), "a beat from 0 to 2 behind the bar");
     EXPECT_EQ(Refusal("1:2:5", waltz), "a row from 0 to 4 behind the beat");
 }
@@ -117,16 +117,16 @@ TEST(Time, SecondsNeedATempo)
 // The show counts 17.6 rows a second; its timeline must mean exactly the same number.
 TEST(Tempo, OfTheShowIsExact)
 {
-    EXPECT_EQ(tools::TempoOf(132.0, 8, 4).mRowsPerSecond, 17.6);
-    EXPECT_EQ(tools::FormatTempo(tools::cTempo{17.6}), "132 8 4");
+    EXPECT_EQ(vyr::TempoOf(132.0, 8, 4).mRowsPerSecond, 17.6);
+    EXPECT_EQ(vyr::FormatTempo(vyr::cTempo{17.6}), "132 8 4");
 }
 
 TEST(Tempo, FormattedReadsBack)
 {
     for (double beats : {1.0, 77.7, 97.3, 119.99, 128.0, 174.5, 333.0 / 7.0, 10'000.0})
         for (int rows : {1, 3, 6, 7, 1000}) {
-            const tools::cTempo tempo = tools::TempoOf(beats, rows, 4);
-            const std::string text = tools::FormatTempo(tempo);
-            EXPECT_EQ(tools::TempoOf(std::stod(text), rows, 4), tempo) << text;
+            const vyr::cTempo tempo = vyr::TempoOf(beats, rows, 4);
+            const std::string text = vyr::FormatTempo(tempo);
+            EXPECT_EQ(vyr::TempoOf(std::stod(text), rows, 4), tempo) << text;
         }
 }

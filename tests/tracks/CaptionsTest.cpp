@@ -4,7 +4,7 @@
 
 namespace
 {
-const tools::cTempo tempo{17.6};
+const vyr::cTempo tempo{17.6};
 // 17.6 rows a second: row 176 is 10 s, row 1760 is 1 min 40 s.
 const std::vector<tools::cLyricSpan> spans = {
     {0, 176.0, 352.0}, {1, 360.0, 528.0}, {0, 1760.0, 1778.0}};

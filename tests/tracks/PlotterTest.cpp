@@ -38,7 +38,7 @@ size_t Count(const std::string &text, const std::string &part)
 tracks::cPlotInput OfTheShow()
 {
     tracks::cPlotInput input;
-    input.mTempo = tools::TempoOf(132.0);
+    input.mTempo = vyr::TempoOf(132.0);
     input.mLastRow = 3624.0;
     return input;
 }
@@ -137,7 +137,7 @@ TEST(Plotter, BarsAndSecondsAreThoseOfTheTempo)
     input.mTracks = {&track.mTrack};
     input.mLastRow = 40.0;
     EXPECT_THAT(tracks::PlotShow(input), Not(HasSubstr(">0:10<"))); // seconds are not known
-    input.mTempo = tools::TempoOf(60.0, 2, 3);
+    input.mTempo = vyr::TempoOf(60.0, 2, 3);
     const std::string page = tracks::PlotShow(input);
     for (const char *text : {">0:00<", ">0:10<", ">0:20<", ">6<"})
         EXPECT_THAT(page, HasSubstr(text));

@@ -43,7 +43,7 @@ std::string Bytes(const tTracks &tracks)
     return bytes;
 }
 
-std::string DumpOf(const tTracks &tracks, const tools::cTempo &tempo = {})
+std::string DumpOf(const tTracks &tracks, const vyr::cTempo &tempo = {})
 {
     std::vector<sync_track> room;
     return tracks::Dump(AsPlayers(tracks, room), tempo);
@@ -126,7 +126,7 @@ TEST(RoundTrip, ADumpReadsLikeThis)
 TEST(RoundTrip, ADumpSaysItsTempo)
 {
     const tTracks tracks = {{"a", {{0, 1.0f, 0}, {34, 2.0f, 0}, {INT_MAX, 3.0f, 0}}}};
-    const std::string dump = DumpOf(tracks, tools::TempoOf(90.5, 5, 3));
+    const std::string dump = DumpOf(tracks, vyr::TempoOf(90.5, 5, 3));
     EXPECT_NE(dump.find("3 beats a bar, 5 rows a beat\ntempo 90.5 5 3\n"), std::string::npos)
         << dump;
     EXPECT_NE(dump.find("\n  2:0:4 "), std::string::npos) << dump;

@@ -43,7 +43,7 @@ cCaptions::cCaptions(const std::string &lyricsPath, const demo::tTracks &tracks,
         Cut(tools::FindLyricSpans(*tracks[demo::LYRICS_NUM], *tracks[demo::LYRICS_FADE],
                                   tracks::kCaptionOpacity),
             grid, piece);
-    const tools::cTempo tempo{demo::kRowsPerSecond};
+    const vyr::cTempo tempo{demo::kRowsPerSecond};
     tracks::CheckWords(lyricsPath, spans, words, tempo, faults);
     ThrowFirst(faults);
     std::string error;

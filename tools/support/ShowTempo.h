@@ -1,6 +1,6 @@
 #pragma once
 
-#include "tools/support/Tempo.h"
+#include "show/Tempo.h"
 
 #include <filesystem>
 

@@ -1,7 +1,7 @@
 #include "tools/timeline/Statements.h"
 
 #include "tools/support/Nearest.h"
-#include "tools/timeline/Time.h"
+#include "show/Time.h"
 
 #include <algorithm>
 #include <charconv>
@@ -96,7 +96,7 @@ bool cStatements::ReadTempo(const cLine &line)
     mTempoLine = line.mNumber;
     // What times mean is not known after a faulty line; so wide a measure takes nearly all of them.
     mTimeline.mTempo =
-        tools::TempoOf(120.0, tools::kMaximumRowsPerBeat, tools::kMaximumBeatsPerBar);
+        vyr::TempoOf(120.0, vyr::kMaximumRowsPerBeat, vyr::kMaximumBeatsPerBar);
     if (mFirstLine != line.mNumber)
         return Fail(line, 0,
                     "tempo before anything else (line " + std::to_string(mFirstLine) +
@@ -104,11 +104,11 @@ bool cStatements::ReadTempo(const cLine &line)
     double beatsPerMinute = 0.0;
     cTempo tempo;
     if (!ReadBeatsPerMinute(line, 1, beatsPerMinute) ||
-        !ReadCount(line, 2, tools::kMaximumRowsPerBeat, "rows a beat", tempo.mRowsPerBeat) ||
-        !ReadCount(line, 3, tools::kMaximumBeatsPerBar, "beats a bar", tempo.mBeatsPerBar) ||
+        !ReadCount(line, 2, vyr::kMaximumRowsPerBeat, "rows a beat", tempo.mRowsPerBeat) ||
+        !ReadCount(line, 3, vyr::kMaximumBeatsPerBar, "beats a bar", tempo.mBeatsPerBar) ||
         !CheckEnd(line, 4))
         return false;
-    mTimeline.mTempo = tools::TempoOf(beatsPerMinute, tempo.mRowsPerBeat, tempo.mBeatsPerBar);
+    mTimeline.mTempo = vyr::TempoOf(beatsPerMinute, tempo.mRowsPerBeat, tempo.mBeatsPerBar);
     return true;
 }
 
@@ -306,8 +306,8 @@ bool cStatements::ReadBeatsPerMinute(const cLine &line, size_t index, double &be
     const char *end = text.data() + text.size();
     const auto result = std::from_chars(text.data(), end, beatsPerMinute, std::chars_format::fixed);
     if (result.ec == std::errc() && result.ptr == end &&
-        beatsPerMinute >= tools::kMinimumBeatsPerMinute &&
-        beatsPerMinute <= tools::kMaximumBeatsPerMinute)
+        beatsPerMinute >= vyr::kMinimumBeatsPerMinute &&
+        beatsPerMinute <= vyr::kMaximumBeatsPerMinute)
         return true;
     return Fail(line, index, "beats a minute, 1 to 10000");
 }

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "sync/track.h"
-#include "tools/support/Tempo.h"
+#include "show/Tempo.h"
 
 #include <map>
 #include <optional>
@@ -11,7 +11,7 @@
 /// The text timeline and what is made of it. docs/formats.md describes the language.
 namespace timeline
 {
-using tools::cTempo;
+using vyr::cTempo;
 
 /// What is read at most. A text past a limit is refused, whatever it says.
 inline constexpr size_t kMaximumTextBytes = 256u << 20;

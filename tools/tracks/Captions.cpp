@@ -24,7 +24,7 @@ std::string TimeStamp(double seconds)
 } // namespace
 
 void CheckWords(const std::string &file, const std::vector<tools::cLyricSpan> &spans,
-                const std::map<int, std::string> &words, const tools::cTempo &tempo,
+                const std::map<int, std::string> &words, const vyr::cTempo &tempo,
                 tools::tFaults &faults)
 {
     std::set<int> missing;
@@ -36,7 +36,7 @@ void CheckWords(const std::string &file, const std::vector<tools::cLyricSpan> &s
 }
 
 std::string ToWebVtt(const std::vector<tools::cLyricSpan> &spans,
-                     const std::map<int, std::string> &words, const tools::cTempo &tempo)
+                     const std::map<int, std::string> &words, const vyr::cTempo &tempo)
 {
     std::string text = "WEBVTT\n";
     int number = 1;
@@ -50,7 +50,7 @@ std::string ToWebVtt(const std::vector<tools::cLyricSpan> &spans,
 }
 
 std::string ToTranscript(const std::vector<tools::cLyricSpan> &spans,
-                         const std::map<int, std::string> &words, const tools::cTempo &tempo)
+                         const std::map<int, std::string> &words, const vyr::cTempo &tempo)
 {
     std::string text;
     double last = spans.empty() ? 0.0 : spans[0].mFrom;

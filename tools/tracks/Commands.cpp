@@ -6,7 +6,7 @@
 #include "tools/support/ShowTempo.h"
 #include "tools/support/TrackFolder.h"
 #include "tools/timeline/Compiler.h"
-#include "tools/timeline/Time.h"
+#include "show/Time.h"
 #include "tools/tracks/Captions.h"
 #include "tools/tracks/Dumper.h"
 #include "tools/tracks/Plotter.h"
@@ -73,9 +73,9 @@ bool ReadTimeline(const std::string &path, timeline::cTimeline &timeline,
 }
 
 // That of the timeline where it is given and says one, else that of the show.
-tools::cTempo FindTempo(const cOptions &options, tools::tFaults &faults)
+vyr::cTempo FindTempo(const cOptions &options, tools::tFaults &faults)
 {
-    const tools::cTempo ofShow = tools::TempoOfShow(options.mFolder);
+    const vyr::cTempo ofShow = tools::TempoOfShow(options.mFolder);
     if (options.mTimeline.empty())
         return ofShow;
     timeline::cTimeline timeline;
@@ -201,21 +201,21 @@ int RunDump(const cOptions &options)
     tools::cTrackFolder folder(options.mFolder);
     tools::tFaults faults;
     const auto tracks = LoadAll(options, folder, faults);
-    const tools::cTempo tempo = FindTempo(options, faults);
+    const vyr::cTempo tempo = FindTempo(options, faults);
     return faults.empty() ? WriteText(options.mOutput, Dump(tracks, tempo)) : Fail(faults);
 }
 
 int RunSample(const cOptions &options)
 {
     tools::tFaults faults;
-    const tools::cTempo tempo = FindTempo(options, faults);
+    const vyr::cTempo tempo = FindTempo(options, faults);
     if (!faults.empty())
         return Fail(faults);
     double times[3] = {};
     const std::string *texts[3] = {&options.mFrom, &options.mTo, &options.mStep};
     for (size_t i = 0; i < 3; i++) {
         std::string expected;
-        if (!timeline::ParsePosition(*texts[i], tempo, times[i], expected))
+        if (!vyr::ParsePosition(*texts[i], tempo, times[i], expected))
             return Misuse("expected " + expected + ", found " + tools::Quote(*texts[i]));
     }
     if (!(times[2] > 0.0) || !((times[1] - times[0]) / times[2] < maximumSamples))
@@ -257,7 +257,7 @@ int RunCaptions(const cOptions &options)
     tools::tFaults faults;
     if (!CheckFolder(options.mFolder, faults))
         return Fail(faults);
-    const tools::cTempo tempo = FindTempo(options, faults);
+    const vyr::cTempo tempo = FindTempo(options, faults);
     if (faults.empty() && !tempo.HasSeconds())
         return Fail(options.mFolder, "expected a tempo, which captions need for their seconds");
     const auto words = tools::ReadLyrics(options.mLyrics, faults);

@@ -1,7 +1,7 @@
 #include "tools/tracks/Dumper.h"
 
 #include "tools/timeline/Lexer.h"
-#include "tools/timeline/Time.h"
+#include "show/Time.h"
 #include "tools/timeline/Timeline.h"
 
 #include <charconv>
@@ -19,15 +19,15 @@ void AppendPadded(std::string &text, const std::string &word, size_t width)
     text.append(word.size() < width ? width - word.size() : 0, ' ');
 }
 
-void AppendTrack(std::string &text, const sync_track &track, const tools::cTempo &tempo)
+void AppendTrack(std::string &text, const sync_track &track, const vyr::cTempo &tempo)
 {
     text += "\ntrack " + timeline::QuoteName(track.name) + "\n";
     for (int i = 0; i < track.num_keys; i++) {
         const sync_key &key = track.keys[i];
         text += "  ";
-        AppendPadded(text, timeline::FormatRow(key.row, tempo), timeWidth);
+        AppendPadded(text, vyr::FormatRow(key.row, tempo), timeWidth);
         text += ' ';
-        AppendPadded(text, timeline::FormatValue(key.value), valueWidth);
+        AppendPadded(text, vyr::FormatValue(key.value), valueWidth);
         text += ' ';
         text += timeline::kInterpolations[key.type];
         text += '\n';
@@ -41,12 +41,12 @@ std::string FormatNumber(double value)
 }
 } // namespace
 
-std::string Dump(const std::vector<const sync_track *> &tracks, const tools::cTempo &tempo)
+std::string Dump(const std::vector<const sync_track *> &tracks, const vyr::cTempo &tempo)
 {
     std::string text = "# time is bar:beat:row, " + std::to_string(tempo.mBeatsPerBar) +
                        " beats a bar, " + std::to_string(tempo.mRowsPerBeat) + " rows a beat\n";
     if (tempo.HasSeconds())
-        text += "tempo " + tools::FormatTempo(tempo) + "\n";
+        text += "tempo " + vyr::FormatTempo(tempo) + "\n";
     for (const sync_track *track : tracks)
         AppendTrack(text, *track, tempo);
     return text;
@@ -57,7 +57,7 @@ std::string SampleAsCsv(const sync_track &track, double from, double to, double 
     std::string text = "row,value\n";
     for (long long i = 0; from + double(i) * step <= to; i++) {
         const double row = from + double(i) * step;
-        text += FormatNumber(row) + "," + timeline::FormatValue(sync_get_val(&track, row)) + "\n";
+        text += FormatNumber(row) + "," + vyr::FormatValue(sync_get_val(&track, row)) + "\n";
     }
     return text;
 }

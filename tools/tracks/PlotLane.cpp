@@ -1,6 +1,6 @@
 #include "tools/tracks/PlotLane.h"
 
-#include "tools/timeline/Time.h"
+#include "show/Time.h"
 
 #include <algorithm>
 #include <cmath>
@@ -80,7 +80,7 @@ bool cLane::IsDense() const { return double(mTrack.num_keys) > mAxis.mWidth * de
 std::string cLane::NameOf(float value) const
 {
     const auto found = mNames.find(value);
-    return found == mNames.end() ? timeline::FormatValue(value) : LastPart(found->second);
+    return found == mNames.end() ? vyr::FormatValue(value) : LastPart(found->second);
 }
 
 // As large as the block is wide, on two lines where one would be too small to read.
@@ -189,7 +189,7 @@ void cLane::DrawKeyLabels(cSvg &svg) const
         return;
     double free = mAxis.mLeft; // labels stand side by side; the ones that find no room are left out
     for (int i = 0; i < mTrack.num_keys; i++) {
-        const std::string label = timeline::FormatValue(mTrack.keys[i].value);
+        const std::string label = vyr::FormatValue(mTrack.keys[i].value);
         const cPoint at = {mAxis.X(mTrack.keys[i].row), Y(double(mTrack.keys[i].value))};
         const double half = double(label.size()) * characterWidth * labelSize / 2.0;
         if (at.x - half < free)

@@ -16,7 +16,7 @@ const double gap = 8.0;                       // pixels between waveform and lou
 struct cStrip
 {
     const tools::cMusicMeasure &mMusic;
-    const tools::cTempo &mTempo;
+    const vyr::cTempo &mTempo;
     const cTimeAxis &mAxis;
     double mTop, mHeight;
 
@@ -77,7 +77,7 @@ void Label(cSvg &svg, const cStrip &strip, const char *name, const char *detail)
 }
 } // namespace
 
-void DrawMusic(cSvg &svg, const tools::cMusicMeasure &music, const tools::cTempo &tempo,
+void DrawMusic(cSvg &svg, const tools::cMusicMeasure &music, const vyr::cTempo &tempo,
                const cTimeAxis &axis, double top, double height)
 {
     const double half = (height - gap) / 2;

@@ -2,8 +2,10 @@
 
 #include <string>
 
-namespace tools
+namespace vyr
 {
+struct cShowDescription;
+
 /// How a show counts time: its rows in seconds, beats and bars. A tempo that nobody has said has
 /// the usual beats and bars, and no seconds.
 struct cTempo
@@ -25,8 +27,9 @@ inline constexpr int kMaximumRowsPerBeat = 1000, kMaximumBeatsPerBar = 1000;
 
 /// The tempo of `beatsPerMinute`; all three within the limits above.
 cTempo TempoOf(double beatsPerMinute, int rowsPerBeat = 8, int beatsPerBar = 4);
+cTempo TempoOf(const cShowDescription &description);
 
 /// "132 8 4": what stands after `tempo` in a timeline, so that reading it gives `tempo` again,
 /// which has seconds.
 std::string FormatTempo(const cTempo &tempo);
-} // namespace tools
+} // namespace vyr

@@ -1,13 +1,12 @@
 #pragma once
 
-#include "tools/support/Tempo.h"
+#include "show/Tempo.h"
 
 #include <string>
 #include <string_view>
 
-namespace timeline
+namespace vyr
 {
-using tools::cTempo;
 
 /// Reads a position: rows ("768"), bars:beats or bars:beats:rows ("24:0", "24:2:4"), or seconds
 /// ("43.6s") where `tempo` has them; a minus sign before any of them. `rows` may be fractional, by
@@ -23,4 +22,4 @@ std::string FormatRow(int row, const cTempo &tempo);
 
 /// The shortest text that reads back as the same value, the sign of zero included.
 std::string FormatValue(float value);
-} // namespace timeline
+} // namespace vyr

@@ -1,10 +1,12 @@
-#include "tools/support/Tempo.h"
+#include "show/Tempo.h"
+
+#include "show/Show.h"
 
 #include <charconv>
 #include <cmath>
 #include <limits>
 
-namespace tools
+namespace vyr
 {
 namespace
 {
@@ -40,9 +42,14 @@ cTempo TempoOf(double beatsPerMinute, int rowsPerBeat, int beatsPerBar)
     return {RowsPerSecond(beatsPerMinute, rowsPerBeat), rowsPerBeat, beatsPerBar};
 }
 
+cTempo TempoOf(const cShowDescription &description)
+{
+    return {description.mRowsPerSecond, description.mRowsPerBeat, description.mBeatsPerBar};
+}
+
 std::string FormatTempo(const cTempo &tempo)
 {
     return Shortest(BeatsPerMinute(tempo)) + " " + std::to_string(tempo.mRowsPerBeat) + " " +
            std::to_string(tempo.mBeatsPerBar);
 }
-} // namespace tools
+} // namespace vyr

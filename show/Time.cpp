@@ -1,10 +1,10 @@
-#include "tools/timeline/Time.h"
+#include "show/Time.h"
 
 #include <charconv>
 #include <cmath>
 #include <limits>
 
-namespace timeline
+namespace vyr
 {
 namespace
 {
@@ -124,4 +124,4 @@ std::string FormatValue(float value)
     const auto result = std::to_chars(text, text + sizeof text, value);
     return std::string(text, result.ptr);
 }
-} // namespace timeline
+} // namespace vyr
