@@ -50,6 +50,11 @@ class Measure(unittest.TestCase):
         self.assertEqual(status, 1)
         self.assertIn("28 of 29 shown, missing [27]", said)
 
+    def test_a_picture_past_the_last_is_named(self):
+        status, said = measured(TIMELINE + EXTRA_CUT.format(1).replace("photo.duck", "29"))
+        self.assertEqual(status, 1)
+        self.assertIn("29 of 29 shown, picked past the last [29]    OUT OF LIMITS", said)
+
     def test_a_long_rest_is_found(self):
         early = re.search(r"^repeat tick .*\n", TIMELINE, re.M)
         self.assertIsNotNone(early, "the intro ticks no more")
