@@ -192,7 +192,8 @@ const std::vector<cCase> trackCases = {
     {"object -2", CheckAllTracks, WithKeys("object:num", {{0, -2, hold}}),
      "sync_object:num.track: key 0 (row 0): expected -1, 0 or 1, found -2.0000"},
     {"a track that no one reads", CheckAllTracks, WithKeys("flare:sise", {{0, 2, hold}}),
-     "sync_flare:sise.track: no one reads this track, nearest known name 'flare:size'"}};
+     "sync_flare:sise.track: no one reads this track, nearest known name 'flare:size': remove the "
+     "file, or give it the name of a track of the show"}};
 
 const std::vector<cCase> objectCases = {
     {"missing object", check::CheckObjects, [] { fs::remove("data/oh1.lwo"); },

@@ -51,7 +51,7 @@ protected:
     test::cProcessResult Build() const
     {
         return house::Shell("cmake -DCOMPILER=" VYR_BINARY_DIR "/bin/vyr-tracks"
-                            " -DTIMELINE=timeline.txt -DFOLDER=" +
+                            " -DTIMELINE=timeline.txt -DRECORD=tracks.made -DFOLDER=" +
                                 mFolder.string() +
                                 " -P " VYR_SOURCE_DIR "/tools/tracks/CompileMissing.cmake",
                             mRoot);
@@ -94,6 +94,47 @@ TEST_F(Tracks, StayUntouchedUntilTheTimelineChanges)
     fs::last_write_time(mTimeline, fs::file_time_type::clock::now());
     BuildWell();
     EXPECT_NE(fs::last_write_time(Track("b")), before);
+}
+
+// As after a switch to another branch. What the build did not make is not its to remove.
+TEST_F(Tracks, ThatTheTimelineDeclaresNoMoreAreRemoved)
+{
+    BuildWell();
+    test::WriteFile(Track("own"), "somebody's");
+    test::WriteFile(mTimeline, "tracks a:x b\n");
+    BuildWell();
+    EXPECT_TRUE(fs::exists(Track("a:x")));
+    EXPECT_TRUE(fs::exists(Track("b")));
+    EXPECT_FALSE(fs::exists(Track("a:y")));
+    EXPECT_FALSE(fs::exists(Track("c")));
+    EXPECT_TRUE(fs::exists(Track("own")));
+    BuildWell();
+    EXPECT_TRUE(fs::exists(Track("own")));
+}
+
+// The same for what is copied.
+TEST(Copies, OfFilesThatAreNoMoreAreRemoved)
+{
+    const fs::path root = house::FreshFolder("copies");
+    test::WriteFile(root / "CMakeLists.txt",
+                    "cmake_minimum_required(VERSION 3.24)\nproject(copies LANGUAGES NONE)\n"
+                    "include(" VYR_SOURCE_DIR "/cmake/RemoveUnmade.cmake)\n"
+                    "file(GLOB files RELATIVE ${CMAKE_SOURCE_DIR}/from from/*)\n"
+                    "file(COPY from/ DESTINATION ${CMAKE_SOURCE_DIR}/to)\n"
+                    "remove_unmade(${CMAKE_BINARY_DIR}/made ${CMAKE_SOURCE_DIR}/to ${files})\n");
+    fs::create_directories(root / "from");
+    fs::create_directories(root / "to");
+    for (const char *file : {"from/a b.png", "from/c.png", "to/own.png"})
+        test::WriteFile(root / file, "picture");
+    const auto configure = [&] { return house::Shell("cmake -B build", root).mOutput; };
+    EXPECT_EQ(configure().find("no longer made"), std::string::npos);
+    fs::remove(root / "from/a b.png");
+    EXPECT_NE(configure().find("no longer made, so removed: " + (root / "to/a b.png").string()),
+              std::string::npos);
+    EXPECT_FALSE(fs::exists(root / "to/a b.png"));
+    EXPECT_TRUE(fs::exists(root / "to/c.png"));
+    EXPECT_TRUE(fs::exists(root / "to/own.png"));
+    EXPECT_EQ(configure().find("no longer made"), std::string::npos);
 }
 
 TEST_F(Tracks, FaultyTimelineStopsTheBuildAndNamesTheLine)

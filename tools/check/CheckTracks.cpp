@@ -140,6 +140,7 @@ void CheckTracks(tools::cTrackFolder &folder, cFindings &findings)
     for (const std::string &name : folder.Names())
         if (std::find(known.begin(), known.end(), name) == known.end())
             findings.Fault(folder.FileOf(name).string(), "",
-                           "no one reads this track" + tools::NearestHint(name, known));
+                           "no one reads this track" + tools::NearestHint(name, known) +
+                               ": remove the file, or give it the name of a track of the show");
 }
 } // namespace check

@@ -1,7 +1,8 @@
-# cmake -DCOMPILER=vyr-tracks -DTIMELINE=text -DFOLDER=folder -P CompileMissing.cmake
+# cmake -DCOMPILER=vyr-tracks -DTIMELINE=text -DFOLDER=folder -DRECORD=file -P CompileMissing.cmake
 #
 # Makes the tracks that the timeline declares, all of them, when one is missing or older than what it
-# is made of.
+# is made of. Notes them in RECORD, and removes those that an earlier run noted and the timeline
+# declares no more.
 
 cmake_minimum_required(VERSION 3.24)
 
@@ -12,6 +13,12 @@ endif()
 list(TRANSFORM lines REPLACE "^[ \t]*tracks|#.*" "")
 string(REGEX REPLACE "[; \t]+" ";" names "${lines}")
 list(REMOVE_ITEM names "")
+
+include(${CMAKE_CURRENT_LIST_DIR}/../../cmake/RemoveUnmade.cmake)
+set(files ${names})
+list(TRANSFORM files PREPEND "sync_")
+list(TRANSFORM files APPEND ".track")
+remove_unmade(${RECORD} ${FOLDER} ${files})
 
 foreach(name IN LISTS names)
     set(track ${FOLDER}/sync_${name}.track)
