@@ -23,21 +23,25 @@ function(vyr_make_show_library target folder)
 endfunction()
 
 # vyr_add_tracks(TARGET FOLDER TIMELINE): the tracks of a timeline, made in each build where one is
-# missing. They are no outputs that the build knows by name: a makefile takes no file with a colon.
+# missing; those that it declares no more are removed. They are no outputs that the build knows by
+# name: a makefile takes no file with a colon.
 function(vyr_add_tracks target folder timeline)
     add_custom_target(${target} ALL
         COMMAND ${CMAKE_COMMAND} -DCOMPILER=$<TARGET_FILE:vyr::vyr-tracks> -DTIMELINE=${timeline}
-                -DFOLDER=${folder} -P ${vyr_cmake}/CompileMissing.cmake
+                -DFOLDER=${folder} -DRECORD=${CMAKE_CURRENT_BINARY_DIR}/${target}.made
+                -P ${vyr_cmake}/CompileMissing.cmake
         VERBATIM)
     if(TARGET vyr-tracks)
         add_dependencies(${target} vyr-tracks)
     endif()
 endfunction()
 
-# vyr_copy_data(TARGET FROM TO): a copy of the folder FROM, kept as it is: what leaves FROM leaves TO.
+# vyr_copy_data(TARGET FROM TO): a copy of the folder FROM, made up to date in each build: what is
+# new or changed is copied, what was copied once and left FROM is removed.
 function(vyr_copy_data target from to)
     add_custom_target(${target} ALL
-        COMMAND ${CMAKE_COMMAND} -DFROM=${from} -DTO=${to} -P ${vyr_cmake}/CopyData.cmake
+        COMMAND ${CMAKE_COMMAND} -DFROM=${from} -DTO=${to}
+                -DRECORD=${CMAKE_CURRENT_BINARY_DIR}/${target}.made -P ${vyr_cmake}/CopyData.cmake
         VERBATIM)
 endfunction()
 

@@ -54,9 +54,9 @@ public:
     /// then on the OpenGL state is what the frame before left.
     virtual void Draw(double row, double seconds) = 0;
 
-    /// Whether the frame at `row` leaves something to later frames beside the OpenGL state: a trail,
-    /// a counter. A recorder that begins in the middle first draws the last such frame before its
-    /// beginning, and then the one just before it. Needs the tracks, no context.
+    /// Whether the frame at `row` leaves something to later frames beside the OpenGL state: a
+    /// trail, a counter. A recorder that begins in the middle first draws the last such frame
+    /// before its beginning, and then the one just before it. Needs the tracks, no context.
     virtual bool ReachesLater(double row) const;
 
 protected:

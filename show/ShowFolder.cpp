@@ -47,7 +47,8 @@ std::string TakeLoaderError(const std::string &path)
     return text;
 }
 
-template <typename T> T *FindSymbol(void *library, const char *name)
+template <typename T>
+T *FindSymbol(void *library, const char *name)
 {
     return reinterpret_cast<T *>(dlsym(library, name));
 }
@@ -75,7 +76,8 @@ cShowDescription DescribeChecked(const cShow &show)
 }
 
 // Runs `call`; whatever it throws becomes one line that begins with `where`.
-template <typename T> auto Explained(const std::string &where, T call)
+template <typename T>
+auto Explained(const std::string &where, T call)
 {
     try {
         return call();

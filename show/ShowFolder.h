@@ -1,6 +1,7 @@
 #pragma once
 
 #include "show/Show.h"
+#include "sync/track.h"
 
 #include <filesystem>
 #include <memory>

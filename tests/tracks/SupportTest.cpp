@@ -141,7 +141,7 @@ TEST(Lyrics, SpansAreWhereTheImageIsOpaqueEnough)
     sync_key fades[] = {{0, 1, 0}, {64, 0, 1}, {72, 1, 1}, {80, 0, 0}};
     char name[] = "x";
     const sync_track number = {name, numbers, 3}, fade = {name, fades, 4};
-    const auto spans = tools::FindLyricSpans(number, fade, 0.5f);
+    const auto spans = tools::FindLyricSpans(number, fade, 0.5f, 3624.0);
     ASSERT_EQ(spans.size(), 2u);
     EXPECT_EQ(spans[0].mLyric, 3);
     EXPECT_EQ(spans[0].mFrom, 0.0);
@@ -156,7 +156,7 @@ TEST(Lyrics, ASpanEndsWithTheShow)
     sync_key keys[] = {{0, 1, 0}};
     char name[] = "x";
     const sync_track track = {name, keys, 1};
-    const auto spans = tools::FindLyricSpans(track, track, 0.5f);
+    const auto spans = tools::FindLyricSpans(track, track, 0.5f, 3624.0);
     ASSERT_EQ(spans.size(), 1u);
     EXPECT_EQ(spans[0].mTo, 3624.0);
 }

@@ -1,5 +1,6 @@
 #include "tools/record/Captions.h"
 
+#include "show/Tempo.h"
 #include "tools/record/Failure.h"
 #include "tools/support/Files.h"
 #include "tools/support/Lyrics.h"
@@ -26,6 +27,18 @@ tSpans Cut(const tSpans &spans, const cFrameGrid &grid, const cFrameRange &piece
     return cut;
 }
 
+tSpans FindSpans(const vyr::cShowFolder &show)
+{
+    const vyr::cShowDescription &description = show.GetDescription();
+    const tools::cWordTracks names = tools::FindWordTracks(description.mTracks);
+    const sync_track *number = show.FindTrack(names.mNumber);
+    const sync_track *fade = show.FindTrack(names.mFade);
+    if (!number || !fade)
+        throw cFailure(
+            "--lyrics: the show has no words: no tracks are called NAME:num and NAME:fade");
+    return tools::FindLyricSpans(*number, *fade, tracks::kCaptionOpacity, description.mLastRow);
+}
+
 void ThrowFirst(const tools::tFaults &faults)
 {
     if (!faults.empty())
@@ -33,17 +46,14 @@ void ThrowFirst(const tools::tFaults &faults)
 }
 } // namespace
 
-cCaptions::cCaptions(const std::string &lyricsPath, const demo::tTracks &tracks,
+cCaptions::cCaptions(const std::string &lyricsPath, const vyr::cShowFolder &show,
                      const cFrameGrid &grid, const cFrameRange &piece)
 {
     tools::tFaults faults;
     const auto words = tools::ReadLyrics(lyricsPath, faults);
     ThrowFirst(faults);
-    const tSpans spans =
-        Cut(tools::FindLyricSpans(*tracks[demo::LYRICS_NUM], *tracks[demo::LYRICS_FADE],
-                                  tracks::kCaptionOpacity),
-            grid, piece);
-    const vyr::cTempo tempo{demo::kRowsPerSecond};
+    const tSpans spans = Cut(FindSpans(show), grid, piece);
+    const vyr::cTempo tempo = vyr::TempoOf(show.GetDescription());
     tracks::CheckWords(lyricsPath, spans, words, tempo, faults);
     ThrowFirst(faults);
     std::string error;

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "demo/Show.h"
+#include "show/ShowFolder.h"
 #include "tools/record/Arguments.h"
 #include "tools/record/FrameGrid.h"
 #include "tools/record/TemporaryFile.h"
@@ -16,7 +16,7 @@ class cCaptions
 public:
     /// Reads the words from `lyricsPath`, a line each, "NUMBER TEXT", and keeps those of the frames
     /// `piece`. Throws cFailure for a file that is not so, or lacks words that the show has.
-    cCaptions(const std::string &lyricsPath, const demo::tTracks &tracks, const cFrameGrid &grid,
+    cCaptions(const std::string &lyricsPath, const vyr::cShowFolder &show, const cFrameGrid &grid,
               const cFrameRange &piece);
 
     /// ffmpeg's options for these captions as an input.

@@ -20,7 +20,7 @@ const char *const encoderThreads = "4";
 std::string TimeOfFrame(int64_t frame, const cFrameRate &rate)
 {
     char text[32];
-    std::snprintf(text, sizeof text, "%.6f", cFrameGrid(rate).Seconds(frame));
+    std::snprintf(text, sizeof text, "%.6f", rate.Seconds(frame));
     return text;
 }
 

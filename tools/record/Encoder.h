@@ -1,23 +1,14 @@
 #pragma once
 
 #include "tools/record/ChildProcess.h"
-#include "tools/record/FrameGrid.h"
+#include "tools/record/Encoding.h"
 #include "tools/record/FrameWriter.h"
-#include "tools/record/Stage.h"
 
 #include <string>
 #include <vector>
 
 namespace record
 {
-/// What is encoded: the frames of `mPiece`, which is `mRange` or a part of it.
-struct cEncoding
-{
-    cSize mSize;
-    cFrameRate mRate;
-    cFrameRange mRange, mPiece;
-};
-
 /// Turns frames into an MP4 file of pictures alone by the ffmpeg program: H.264, as every player
 /// has it.
 ///

@@ -10,11 +10,10 @@ namespace record
 {
 namespace
 {
-bool ChoosesPicture(demo::eTrack track)
+bool ChoosesFile(const vyr::cShowDescription &description, const std::string &track)
 {
-    using namespace demo;
-    return track == LYRICS_NUM || track == IMAGE_LEFT || track == IMAGE_RIGHT ||
-           track == IMAGE_CENTER || track == OBJECT_NUM || track == TUNNEL_TEXTURE;
+    return std::ranges::any_of(description.mChoices,
+                               [&](const auto &choice) { return choice.mTrack == track; });
 }
 
 // Every interpolation stays between its keys, so that these are the ends of the whole track.
@@ -28,24 +27,23 @@ float GetRange(const sync_track &track)
     return highest->value - lowest->value;
 }
 
-double GetStep(float before, float after, bool choosesPicture)
+double GetStep(float before, float after, bool choosesFile)
 {
-    if (!choosesPicture)
+    if (!choosesFile)
         return std::fabs(double(after) - double(before));
     const int first = vyr::TruncateToInt(double(before));
     const int second = vyr::TruncateToInt(double(after));
     return std::max(first, -1) != std::max(second, -1) ? 1.0 : 0.0;
 }
 
-double GetMotion(const sync_track &track, bool choosesPicture, const cFrameGrid &grid,
-                 int64_t frame)
+double GetMotion(const sync_track &track, bool choosesFile, const cFrameGrid &grid, int64_t frame)
 {
     const int64_t second = grid.Rate().mNumerator / grid.Rate().mDenominator;
     double sum = 0.0;
     for (int64_t i = std::max<int64_t>(1, frame - second); i <= frame; i++)
         sum += GetStep(sync_get_val(&track, grid.Row(i - 1)), sync_get_val(&track, grid.Row(i)),
-                       choosesPicture);
-    const double range = choosesPicture ? 1.0 : double(GetRange(track));
+                       choosesFile);
+    const double range = choosesFile ? 1.0 : double(GetRange(track));
     return range > 0.0 ? sum / range : 0.0;
 }
 
@@ -68,30 +66,31 @@ std::string DescribeMost(const cFlashMeter &meter)
 }
 } // namespace
 
-std::string FindBusiestTrack(const demo::tTracks &tracks, const cFrameGrid &grid, int64_t frame)
+std::string FindBusiestTrack(const vyr::cShowFolder &show, const cFrameGrid &grid, int64_t frame)
 {
     std::string busiest = "none";
     double most = 0.0;
-    for (int i = 0; i < demo::TRACK_COUNT; i++) {
-        const auto track = demo::eTrack(i);
-        const double motion = GetMotion(*tracks[size_t(i)], ChoosesPicture(track), grid, frame);
+    const vyr::cShowDescription &description = show.GetDescription();
+    for (const std::string &track : description.mTracks) {
+        const double motion =
+            GetMotion(*show.FindTrack(track), ChoosesFile(description, track), grid, frame);
         if (motion <= most)
             continue;
         most = motion;
-        busiest = demo::TrackName(track);
+        busiest = track;
     }
     return busiest;
 }
 
 void WriteFlashReport(cTextFile &file, const cFlashMeter &meter, const cFrameGrid &grid,
-                      const cFrameRange &piece, const demo::tTracks &tracks)
+                      const cFrameRange &piece, const vyr::cShowFolder &show)
 {
     file.WriteLine("# Flashes by WCAG 2.3.1 in the frames " + std::to_string(piece.mFirst) +
                    " to " + std::to_string(piece.mEnd - 1));
     file.WriteLine("# kind, from row, second, to row, second, most flashes in a second, percent of "
                    "a 10-degree field, track that moved most");
     for (const cFlashes &flashes : meter.GetFlashes())
-        file.WriteLine(Describe(flashes, grid, FindBusiestTrack(tracks, grid, flashes.mFirst)));
+        file.WriteLine(Describe(flashes, grid, FindBusiestTrack(show, grid, flashes.mFirst)));
     file.WriteLine(DescribeMost(meter));
     file.WriteLine(meter.GetFlashes().empty() ? "# within the limit of three in any second"
                                               : "# beyond the limit of three in any second");

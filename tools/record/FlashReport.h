@@ -1,6 +1,6 @@
 #pragma once
 
-#include "demo/Show.h"
+#include "show/ShowFolder.h"
 #include "tools/record/FlashMeter.h"
 #include "tools/record/Manifest.h"
 
@@ -12,9 +12,9 @@ namespace record
 /// of flashes with its rows, its times and the track that moved most in the second before. Throws
 /// cFailure.
 void WriteFlashReport(cTextFile &file, const cFlashMeter &meter, const cFrameGrid &grid,
-                      const cFrameRange &piece, const demo::tTracks &tracks);
+                      const cFrameRange &piece, const vyr::cShowFolder &show);
 
 /// The name of the track that moved most in the second up to `frame`, each measured by its own
 /// whole range, those that choose pictures by the number of changes; "none" when none moved.
-std::string FindBusiestTrack(const demo::tTracks &tracks, const cFrameGrid &grid, int64_t frame);
+std::string FindBusiestTrack(const vyr::cShowFolder &show, const cFrameGrid &grid, int64_t frame);
 } // namespace record

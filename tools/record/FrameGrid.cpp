@@ -1,7 +1,5 @@
 #include "tools/record/FrameGrid.h"
 
-#include "demo/Show.h"
-
 #include <charconv>
 #include <cmath>
 
@@ -9,7 +7,6 @@ namespace record
 {
 namespace
 {
-const int64_t microRowsPerSecond = 17600000;
 const int64_t samplesPerSecond = 44100;
 // Beyond these, products with a show's length in millionths of a row would leave 64 bits.
 const int64_t maximumNumerator = 1000000;
@@ -31,7 +28,7 @@ int64_t DivideRounded(int64_t dividend, int64_t divisor) // neither is negative
 }
 } // namespace
 
-int64_t EndOfShow() { return std::llround(demo::kLastRow) * kMicroRows; }
+int64_t ToMicroRow(double row) { return std::llround(row * double(kMicroRows)); }
 
 std::optional<cFrameRate> cFrameRate::Parse(const std::string &text)
 {
@@ -63,31 +60,41 @@ cFrameRange cFrameRange::Part(int64_t part, int64_t parts) const
     return {mFirst + Count() * (part - 1) / parts, mFirst + Count() * part / parts};
 }
 
-double cFrameGrid::Seconds(int64_t frame) const
+double cFrameRate::Seconds(int64_t frame) const
 {
-    return double(frame * mRate.mDenominator) / double(mRate.mNumerator);
+    return double(frame * mDenominator) / double(mNumerator);
+}
+
+int64_t cFrameRate::Sample(int64_t frame) const
+{
+    return DivideRounded(samplesPerSecond * frame * mDenominator, mNumerator);
 }
 
 double cFrameGrid::Row(int64_t frame) const
 {
-    return demo::kRowsPerSecond * double(frame * mRate.mDenominator) / double(mRate.mNumerator);
+    return mRowsPerSecond * double(frame * mRate.mDenominator) / double(mRate.mNumerator);
 }
 
+// The wide type holds the product of a tempo in whole millionths exactly, so that such a grid is
+// rounded as integers would be.
 int64_t cFrameGrid::MicroRow(int64_t frame) const
 {
-    return DivideRounded(microRowsPerSecond * frame * mRate.mDenominator, mRate.mNumerator);
+    const long double product =
+        MicroRowsPerSecond() * (long double)(frame) * (long double)(mRate.mDenominator);
+    return std::llround(product / (long double)(mRate.mNumerator));
 }
 
-int64_t cFrameGrid::Sample(int64_t frame) const
+long double cFrameGrid::MicroRowsPerSecond() const
 {
-    return DivideRounded(samplesPerSecond * frame * mRate.mDenominator, mRate.mNumerator);
+    return mRowsPerSecond * double(kMicroRows); // as a double: 17.6 gives 17600000
 }
 
 int64_t cFrameGrid::FirstAtOrAfter(int64_t microRow) const
 {
     // not behind the frame looked for, whichever way rows were rounded
+    const long double seconds = (long double)(microRow) / MicroRowsPerSecond();
     const int64_t before =
-        microRow * mRate.mNumerator / (microRowsPerSecond * mRate.mDenominator) - 1;
+        int64_t(seconds * (long double)(mRate.mNumerator) / (long double)(mRate.mDenominator)) - 1;
     int64_t frame = before > 0 ? before : 0;
     while (MicroRow(frame) < microRow)
         frame++;

@@ -16,6 +16,9 @@ struct cFrameRate
     /// text.
     static std::optional<cFrameRate> Parse(const std::string &text);
     std::string ToText() const; ///< as Parse takes it
+    double Seconds(int64_t frame) const;
+    /// Samples of 44.1 kHz sound before `frame`.
+    int64_t Sample(int64_t frame) const;
 };
 
 /// The frames `mFirst` to `mEnd` - 1.
@@ -29,30 +32,33 @@ struct cFrameRange
     cFrameRange Part(int64_t part, int64_t parts) const;
 };
 
-/// The one grid on which all frames of the show lie: frame n belongs to the music position n / fps.
+/// The one grid on which all frames of a show lie: frame n belongs to the music position n / fps.
 ///
 /// Rows are also counted in whole millionths, the digits in which they are printed: what is read in
 /// a manifest and typed again names the same frame.
 class cFrameGrid
 {
 public:
-    explicit cFrameGrid(const cFrameRate &rate) : mRate(rate) {}
+    cFrameGrid(const cFrameRate &rate, double rowsPerSecond)
+        : mRate(rate), mRowsPerSecond(rowsPerSecond)
+    {}
 
     const cFrameRate &Rate() const { return mRate; }
-    double Seconds(int64_t frame) const;
+    double Seconds(int64_t frame) const { return mRate.Seconds(frame); }
     double Row(int64_t frame) const;
     int64_t MicroRow(int64_t frame) const; ///< rounded to the nearest millionth of a row
-    /// Samples of 44.1 kHz sound before `frame`.
-    int64_t Sample(int64_t frame) const;
 
     int64_t FirstAtOrAfter(int64_t microRow) const;
     /// The frames at or after row `fromMicroRow` and before `toMicroRow`.
     cFrameRange Between(int64_t fromMicroRow, int64_t toMicroRow) const;
 
 private:
+    long double MicroRowsPerSecond() const;
+
     cFrameRate mRate;
+    double mRowsPerSecond;
 };
 
 inline constexpr int64_t kMicroRows = 1000000; ///< in a row
-int64_t EndOfShow();                           ///< in millionths of a row; no frame lies there
+int64_t ToMicroRow(double row);                ///< the nearest
 } // namespace record

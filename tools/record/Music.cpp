@@ -1,7 +1,5 @@
 #include "tools/record/Music.h"
 
-#include "demo/Show.h"
-
 #include <algorithm>
 #include <cstdio>
 
@@ -26,26 +24,27 @@ std::string ToSeconds(int64_t samples)
 }
 } // namespace
 
-cMusic::cMusic(const cFrameGrid &grid, const cFrameRange &range, const cFrameRange &piece)
-    : mIsLast(piece.mEnd == range.mEnd)
+cMusic::cMusic(const cEncoding &encoding) : mIsLast(encoding.mPiece.mEnd == encoding.mRange.mEnd)
 {
-    const int64_t first = grid.Sample(range.mFirst);
-    const int64_t count = grid.Sample(range.mEnd) - first;
-    mBegin = grid.Sample(piece.mFirst) - first;
-    mEnd = grid.Sample(piece.mEnd) - first;
+    const cFrameRate &rate = encoding.mRate;
+    const int64_t first = rate.Sample(encoding.mRange.mFirst);
+    const int64_t count = rate.Sample(encoding.mRange.mEnd) - first;
+    mBegin = rate.Sample(encoding.mPiece.mFirst) - first;
+    mEnd = rate.Sample(encoding.mPiece.mEnd) - first;
     const int64_t needed = mIsLast ? count : std::min(count, mEnd + lookaheadSamples);
-    mEncoder.emplace(GetArguments(first, needed), false);
+    mEncoder.emplace(GetArguments(encoding.mMusic, first, needed), false);
 }
 
 // The encoder's fast coder takes 40 % of the usual one's time, and at this bit rate sounds no
 // worse.
-tArguments cMusic::GetArguments(int64_t firstSample, int64_t sampleCount) const
+tArguments cMusic::GetArguments(const std::string &music, int64_t firstSample,
+                                int64_t sampleCount) const
 {
     const std::string filter =
         "aresample=44100,atrim=start_sample=" + std::to_string(firstSample) +
         ":end_sample=" + std::to_string(firstSample + sampleCount) +
         ",asetpts=PTS-STARTPTS,apad=whole_len=" + std::to_string(sampleCount);
-    return Ffmpeg() + tArguments{"-i", demo::kMusicFile, "-map", "0:a:0", "-af", filter} +
+    return Ffmpeg() + tArguments{"-i", music, "-map", "0:a:0", "-af", filter} +
            Words("-ac 2 -c:a aac -aac_coder fast -b:a 192k -movie_timescale 44100 -f mp4") +
            tArguments{mFile.GetPath()};
 }

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "tools/record/ChildProcess.h"
-#include "tools/record/FrameGrid.h"
+#include "tools/record/Encoding.h"
 #include "tools/record/TemporaryFile.h"
 
 #include <optional>
@@ -18,9 +18,9 @@ namespace record
 class cMusic
 {
 public:
-    /// Starts to encode the music of the working directory's show as far as `piece`, a part of
-    /// `range`, needs it. Music that ends earlier is followed by silence. Throws cFailure.
-    cMusic(const cFrameGrid &grid, const cFrameRange &range, const cFrameRange &piece);
+    /// Starts to encode the music as far as the piece of `encoding` needs it. Music that ends
+    /// earlier is followed by silence. Throws cFailure.
+    explicit cMusic(const cEncoding &encoding);
 
     void Check() { mEncoder->Check(); }   ///< throws cFailure when the encoder has failed
     void Finish() { mEncoder->Finish(); } ///< waits for the whole of it; throws the same
@@ -28,7 +28,8 @@ public:
     tArguments GetInputOptions() const;
 
 private:
-    tArguments GetArguments(int64_t firstSample, int64_t sampleCount) const;
+    tArguments GetArguments(const std::string &music, int64_t firstSample,
+                            int64_t sampleCount) const;
 
     cTemporaryFile mFile;
     int64_t mBegin, mEnd; // of the piece, in samples from the range's first

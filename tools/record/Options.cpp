@@ -1,9 +1,11 @@
 #include "tools/record/Options.h"
 
+#include "show/Tempo.h"
 #include "tools/record/Failure.h"
 
 #include <CLI/CLI.hpp>
 
+#include <algorithm>
 #include <charconv>
 #include <cmath>
 #include <filesystem>
@@ -16,13 +18,11 @@ namespace record
 namespace
 {
 const int maximumColumns = 64;
-const double smallestStep = 0.25; // bars between two pictures of a sheet: a beat
-const double barsOfShow = 113.25;
 
-/// The options as they were typed.
+/// Options that need no show, as they were typed.
 struct cTyped
 {
-    std::optional<std::string> mSize, mRate, mFrom, mTo, mPart, mStill, mEvery, mColumns;
+    std::optional<std::string> mSize, mRate, mPart, mColumns;
 };
 
 [[noreturn]] void Refuse(const std::string &option, const std::string &text,
@@ -73,23 +73,30 @@ cFrameRate ReadRate(const std::string &text)
     return *rate;
 }
 
-// A row, in millionths.
-int64_t ReadRow(const std::string &option, const std::string &text)
+// "3624", "256.5"
+std::string ToDecimal(double number)
 {
-    const auto row = ParseNumber<double>(text);
-    const std::string end = std::to_string(EndOfShow() / kMicroRows);
-    if (!row || !std::isfinite(*row))
-        Refuse(option, text, "a row of the show, 0 to " + end);
-    const double micro = *row * double(kMicroRows);
-    if (micro < 0.0 || micro > double(EndOfShow()))
-        Refuse(option, text, "the show has the rows 0 to " + end);
-    return std::llround(micro);
+    char text[32];
+    return std::string(text, std::to_chars(text, text + sizeof text, number).ptr);
 }
 
-int64_t ReadStill(const std::string &text)
+// A row of the show, in millionths.
+int64_t ReadRow(const std::string &option, const std::string &text,
+                const vyr::cShowDescription &show)
 {
-    const int64_t row = ReadRow("--still", text);
-    if (row == EndOfShow())
+    const auto row = ParseNumber<double>(text);
+    const std::string end = ToDecimal(show.mLastRow);
+    if (!row || !std::isfinite(*row))
+        Refuse(option, text, "a row of the show, 0 to " + end);
+    if (*row < 0.0 || *row > show.mLastRow)
+        Refuse(option, text, "the show has the rows 0 to " + end);
+    return ToMicroRow(*row);
+}
+
+int64_t ReadStill(const std::string &text, const vyr::cShowDescription &show)
+{
+    const int64_t row = ReadRow("--still", text, show);
+    if (row == ToMicroRow(show.mLastRow))
         Refuse("--still", text, "the show ends before this row");
     return row;
 }
@@ -103,11 +110,15 @@ void ReadPart(const std::string &text, cOptions &options)
     options.mParts = pair->second;
 }
 
-double ReadEvery(const std::string &text)
+// From a beat to the whole show.
+double ReadEvery(const std::string &text, const vyr::cShowDescription &show)
 {
     const auto bars = ParseNumber<double>(text);
-    if (!bars || !(*bars >= smallestStep && *bars <= barsOfShow))
-        Refuse("--every", text, "bars between two pictures, 0.25 to 113.25");
+    const double smallest = 1.0 / show.mBeatsPerBar;
+    const double largest = std::max(smallest, show.mLastRow / vyr::TempoOf(show).RowsPerBar());
+    if (!bars || !(*bars >= smallest && *bars <= largest))
+        Refuse("--every", text,
+               "bars between two pictures, " + ToDecimal(smallest) + " to " + ToDecimal(largest));
     return *bars;
 }
 
@@ -125,16 +136,8 @@ void ReadTyped(const cTyped &typed, cOptions &options)
         options.mSize = ReadSize(*typed.mSize);
     if (typed.mRate)
         options.mRate = ReadRate(*typed.mRate);
-    if (typed.mFrom)
-        options.mFrom = ReadRow("--from", *typed.mFrom);
-    if (typed.mTo)
-        options.mTo = ReadRow("--to", *typed.mTo);
     if (typed.mPart)
         ReadPart(*typed.mPart, options);
-    if (typed.mStill)
-        options.mStill = ReadStill(*typed.mStill);
-    if (typed.mEvery)
-        options.mEveryBars = ReadEvery(*typed.mEvery);
     if (typed.mColumns)
         options.mColumns = ReadColumns(*typed.mColumns);
 }
@@ -145,13 +148,14 @@ void CheckName(const std::string &path, const char *extension, const char *what)
         throw cUsageError("-o " + path + ": " + what + " is written to a " + extension + " file");
 }
 
-void CheckRange(const cOptions &options)
+void CheckRange(const cOptions &options, const vyr::cShowDescription &show)
 {
     if (options.mFrom >= options.mTo)
         throw cUsageError("--from and --to: no row lies between them");
     if (options.mIsSheet)
         return;
-    const cFrameRange range = cFrameGrid(options.mRate).Between(options.mFrom, options.mTo);
+    const cFrameRange range =
+        cFrameGrid(options.mRate, show.mRowsPerSecond).Between(options.mFrom, options.mTo);
     if (range.Count() == 0)
         throw cUsageError("--from and --to: no frame lies between them");
     if (range.Part(options.mPart, options.mParts).Count() == 0)
@@ -192,10 +196,9 @@ void MakeAbsolute(std::string &path)
         path = fs::absolute(path).lexically_normal().string();
 }
 
-void Check(cOptions &options)
+void CheckFiles(cOptions &options, bool isPicture)
 {
-    CheckRange(options);
-    if (options.mStill || options.mIsSheet)
+    if (isPicture)
         CheckPicture(options);
     else
         CheckRecording(options);
@@ -230,19 +233,20 @@ void CheckCombination(const CLI::App &app)
     Require(app, "--columns", "--sheet");
 }
 
-void AddOptions(CLI::App &app, cOptions &options, cTyped &typed)
+void AddOptions(CLI::App &app, cCommandLine &line, cTyped &typed)
 {
+    cOptions &options = line.mOptions;
     app.add_option("-o,--output", options.mOutput, "the MP4 or PNG file to make")
         ->type_name("FILE");
-    app.add_option("--show", options.mShow,
+    app.add_option("--show", line.mShow,
                    "the show's folder [the one this program stands in, else the current one]")
         ->type_name("DIR");
     app.add_option("--size", typed.mSize, "of the picture in pixels [1280x720]")->type_name("WxH");
     app.add_option("--fps", typed.mRate, "frames a second, whole or as 30000/1001 [60]")
         ->type_name("RATE");
-    app.add_option("--from", typed.mFrom, "begin with the first frame at or after ROW [0]")
+    app.add_option("--from", line.mFrom, "begin with the first frame at or after ROW [0]")
         ->type_name("ROW");
-    app.add_option("--to", typed.mTo, "end before ROW [3624]")->type_name("ROW");
+    app.add_option("--to", line.mTo, "end before ROW [the show's last]")->type_name("ROW");
     app.add_option("--part", typed.mPart, "only the K-th of N equal pieces")->type_name("K/N");
     app.add_option("--manifest", options.mManifest, "write a line a frame: frame, row, hash")
         ->type_name("FILE");
@@ -251,9 +255,9 @@ void AddOptions(CLI::App &app, cOptions &options, cTyped &typed)
         ->type_name("FILE");
     app.add_option("--lyrics", options.mLyrics, "put the words in FILE into the video as captions")
         ->type_name("FILE");
-    app.add_option("--still", typed.mStill, "make one picture, of ROW")->type_name("ROW");
+    app.add_option("--still", line.mStill, "make one picture, of ROW")->type_name("ROW");
     app.add_flag("--sheet", options.mIsSheet, "make one picture of the whole show, labelled");
-    app.add_option("--every", typed.mEvery, "bars from one picture of the sheet to the next [4]")
+    app.add_option("--every", line.mEvery, "bars from one picture of the sheet to the next [4]")
         ->type_name("BARS");
     app.add_option("--columns", typed.mColumns, "pictures of the sheet side by side [6]")
         ->type_name("N");
@@ -267,13 +271,13 @@ const char *const footer =
     "130 interrupted.";
 } // namespace
 
-std::optional<cOptions> ReadCommandLine(int argc, char **argv)
+std::optional<cCommandLine> ReadCommandLine(int argc, char **argv)
 {
-    CLI::App app("Records the show, as a video, a picture or a contact sheet.", "vyr-record");
+    CLI::App app("Records a show, as a video, a picture or a contact sheet.", "vyr-record");
     app.footer(footer);
-    cOptions options;
+    cCommandLine line;
     cTyped typed;
-    AddOptions(app, options, typed);
+    AddOptions(app, line, typed);
     try {
         app.parse(argc, argv);
     } catch (const CLI::Success &success) {
@@ -283,8 +287,24 @@ std::optional<cOptions> ReadCommandLine(int argc, char **argv)
         throw cUsageError(error.what());
     }
     CheckCombination(app);
-    ReadTyped(typed, options);
-    Check(options);
+    ReadTyped(typed, line.mOptions);
+    CheckFiles(line.mOptions, line.mStill || line.mOptions.mIsSheet);
+    return line;
+}
+
+cOptions ReadOptions(const cCommandLine &line, const vyr::cShowDescription &show)
+{
+    cOptions options = line.mOptions;
+    options.mTo = ToMicroRow(show.mLastRow);
+    if (line.mFrom)
+        options.mFrom = ReadRow("--from", *line.mFrom, show);
+    if (line.mTo)
+        options.mTo = ReadRow("--to", *line.mTo, show);
+    if (line.mStill)
+        options.mStill = ReadStill(*line.mStill, show);
+    if (line.mEvery)
+        options.mEveryBars = ReadEvery(*line.mEvery, show);
+    CheckRange(options, show);
     return options;
 }
 } // namespace record

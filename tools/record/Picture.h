@@ -7,6 +7,11 @@
 
 namespace record
 {
+struct cSize
+{
+    int mWidth = 1280, mHeight = 720; // pixels
+};
+
 /// Red, green, blue and alpha of each pixel, rows top first. What is recorded is opaque.
 struct cPicture
 {

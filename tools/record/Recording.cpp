@@ -6,7 +6,7 @@
 #include "tools/record/Manifest.h"
 #include "tools/record/Progress.h"
 #include "tools/record/Readback.h"
-#include "tools/record/ShowFiles.h"
+#include "tools/record/Stage.h"
 #include "tools/record/Video.h"
 
 #include <cstdio>
@@ -23,7 +23,7 @@ class cResults
 {
 public:
     cResults(const cOptions &options, const cFrameGrid &grid, const cFrameRange &range,
-             const cFrameRange &piece, const demo::tTracks &tracks)
+             const cFrameRange &piece, const vyr::cShowFolder &show)
         : mGrid(grid), mPiece(piece)
     {
         if (!options.mFlashReport.empty())
@@ -35,9 +35,10 @@ public:
         if (options.mOutput.empty())
             return;
         if (!options.mLyrics.empty())
-            mCaptions.emplace(options.mLyrics, tracks, grid, piece);
-        mVideo.emplace(options.mOutput, cEncoding{options.mSize, options.mRate, range, piece},
-                       mCaptions ? &*mCaptions : nullptr);
+            mCaptions.emplace(options.mLyrics, show, grid, piece);
+        const cEncoding encoding{options.mSize, options.mRate, range, piece,
+                                 show.GetDescription().mMusic};
+        mVideo.emplace(options.mOutput, encoding, mCaptions ? &*mCaptions : nullptr);
     }
 
     std::vector<cFrameSink *> GetSinks()
@@ -53,13 +54,13 @@ public:
     }
 
     /// Completes what was asked for, with the frames from the piece's first to `end`.
-    void Finish(int64_t end, const demo::tTracks &tracks)
+    void Finish(int64_t end, const vyr::cShowFolder &show)
     {
         const bool isWhole = end == mPiece.mEnd;
         if (mManifest)
             mManifest->Finish(isWhole ? "" : "interrupted");
         if (mFlashMeter)
-            WriteFlashReport(*mFlashReport, *mFlashMeter, mGrid, {mPiece.mFirst, end}, tracks);
+            WriteFlashReport(*mFlashReport, *mFlashMeter, mGrid, {mPiece.mFirst, end}, show);
         if (mVideo)
             mVideo->Finish(end);
     }
@@ -150,10 +151,10 @@ int64_t DrawFrames(cStage &stage, const cFrameGrid &grid, const cFrameRange &pie
 }
 
 // A fault in the last row is better known before the first one is drawn.
-void CheckRows(const cStage &stage, const cFrameGrid &grid, const cFrameRange &piece)
+void CheckRows(cStage &stage, const cFrameGrid &grid, const cFrameRange &piece)
 {
     for (int64_t frame = piece.mFirst; frame < piece.mEnd; frame++)
-        CheckRow(stage.GetShow(), grid.Row(frame));
+        stage.CheckRow(grid.Row(frame));
 }
 
 void SayFlashes(const cOptions &options)
@@ -173,22 +174,22 @@ void SayInterrupted(const cOptions &options, const cFrameRange &piece, int64_t e
 }
 } // namespace
 
-eOutcome Record(const cOptions &options)
+eOutcome Record(const cOptions &options, vyr::cShowFolder &show)
 {
-    const cFrameGrid grid(options.mRate);
+    const cFrameGrid grid(options.mRate, show.GetDescription().mRowsPerSecond);
     const cFrameRange range = grid.Between(options.mFrom, options.mTo);
     const cFrameRange piece = range.Part(options.mPart, options.mParts);
-    cStage stage(options.mSize);
+    cStage stage(show, options.mSize);
     stage.LoadShow();
     CheckRows(stage, grid, piece);
-    cResults results(options, grid, range, piece, stage.GetShow().mTracks);
+    cResults results(options, grid, range, piece, show);
     cFrameWriter writer(results.GetSinks(), options.mSize.mWidth, options.mSize.mHeight);
 
     const int64_t end = DrawFrames(stage, grid, piece, writer);
     writer.Finish();
     if (end == piece.mFirst)
         throw cInterruption("interrupted before the first frame: nothing was written");
-    results.Finish(end, stage.GetShow().mTracks);
+    results.Finish(end, show);
     if (end < piece.mEnd) {
         SayInterrupted(options, piece, end);
         return INTERRUPTED;
@@ -199,12 +200,12 @@ eOutcome Record(const cOptions &options)
     return FLASHES;
 }
 
-eOutcome RecordStill(const cOptions &options)
+eOutcome RecordStill(const cOptions &options, vyr::cShowFolder &show)
 {
-    const cFrameGrid grid(options.mRate);
+    const cFrameGrid grid(options.mRate, show.GetDescription().mRowsPerSecond);
     const int64_t microRow = *options.mStill;
     cOutputFile output(options.mOutput);
-    cStage stage(options.mSize);
+    cStage stage(show, options.mSize);
     stage.LoadShow();
     const cPicture picture = stage.DrawStill(grid, microRow);
     if (!WritePng(output.GetTemporaryPath(), picture))

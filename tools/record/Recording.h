@@ -1,5 +1,6 @@
 #pragma once
 
+#include "show/ShowFolder.h"
 #include "tools/record/Options.h"
 
 namespace record
@@ -15,9 +16,9 @@ enum eOutcome : int
 };
 
 /// Draws the frames that `options` choose into a video, a manifest and a flash report, whichever
-/// were asked for. The working directory is the show's. Throws cFailure.
-eOutcome Record(const cOptions &options);
+/// were asked for. The working directory is the folder of `show`. Throws cFailure.
+eOutcome Record(const cOptions &options, vyr::cShowFolder &show);
 
 /// Draws one picture, of row `options.mStill`.
-eOutcome RecordStill(const cOptions &options);
+eOutcome RecordStill(const cOptions &options, vyr::cShowFolder &show);
 } // namespace record

@@ -4,6 +4,7 @@
 #include "tools/record/Interrupt.h"
 #include "tools/record/Label.h"
 #include "tools/record/OutputFile.h"
+#include "tools/record/Stage.h"
 
 #include <cmath>
 #include <cstdio>
@@ -13,9 +14,6 @@ namespace record
 namespace
 {
 using tColor = std::array<uint8_t, 3>;
-
-const int rowsPerBar = 32;
-const int64_t microRowsPerTenth = 1760000;
 
 // Pixels of the sheet.
 const int tileWidth = 320;
@@ -68,9 +66,11 @@ void Paste(const cPicture &small, cPicture &sheet, int left, int top)
         std::copy(small.Row(y), small.Row(y) + small.RowBytes(), sheet.Row(top + y) + 4 * left);
 }
 
-std::string ToMinutes(int64_t microRow)
+std::string ToMinutes(int64_t microRow, const vyr::cTempo &tempo)
 {
-    const int64_t tenths = microRow / microRowsPerTenth;
+    const double microRowsPerTenth = tempo.Rows(0.1) * double(kMicroRows);
+    // a row that is printed for a tenth of a second stands for it
+    const auto tenths = int64_t(double(microRow + 1) / microRowsPerTenth);
     char text[32];
     std::snprintf(text, sizeof text, "%d:%02d.%d", int(tenths / 600), int(tenths / 10 % 60),
                   int(tenths % 10));
@@ -89,42 +89,44 @@ std::string ToDecimal(int64_t micro)
     return decimal;
 }
 
-std::string Heading(const cOptions &options, size_t count)
+std::string Heading(const cOptions &options, const vyr::cTempo &tempo, size_t count)
 {
     return std::to_string(count) + " pictures, one every " +
            ToDecimal(std::llround(options.mEveryBars * double(kMicroRows))) + " bars, bar " +
-           ToDecimal(options.mFrom / rowsPerBar) + " to " + ToDecimal(options.mTo / rowsPerBar);
+           ToDecimal(options.mFrom / tempo.RowsPerBar()) + " to " +
+           ToDecimal(options.mTo / tempo.RowsPerBar());
 }
 } // namespace
 
-std::vector<int64_t> SheetRows(const cOptions &options)
+std::vector<int64_t> SheetRows(const cOptions &options, const vyr::cTempo &tempo)
 {
-    const int64_t step = std::llround(options.mEveryBars * rowsPerBar * double(kMicroRows));
+    const int64_t step = ToMicroRow(options.mEveryBars * tempo.RowsPerBar());
     std::vector<int64_t> rows;
     for (int64_t row = options.mFrom; row < options.mTo; row += step)
         rows.push_back(row);
     return rows;
 }
 
-std::string SheetLabel(int64_t microRow)
+std::string SheetLabel(int64_t microRow, const vyr::cTempo &tempo)
 {
-    return "bar " + ToDecimal(microRow / rowsPerBar) + "   row " + ToDecimal(microRow) + "   " +
-           ToMinutes(microRow);
+    return "bar " + ToDecimal(microRow / tempo.RowsPerBar()) + "   row " + ToDecimal(microRow) +
+           "   " + ToMinutes(microRow, tempo);
 }
 
-eOutcome RecordSheet(const cOptions &options)
+eOutcome RecordSheet(const cOptions &options, vyr::cShowFolder &show)
 {
-    const cFrameGrid grid(options.mRate);
-    const std::vector<int64_t> rows = SheetRows(options);
+    const cFrameGrid grid(options.mRate, show.GetDescription().mRowsPerSecond);
+    const vyr::cTempo tempo = vyr::TempoOf(show.GetDescription());
+    const std::vector<int64_t> rows = SheetRows(options, tempo);
     const cLayout layout(options, rows.size());
     const cLabelFont font;
     cOutputFile output(options.mOutput);
-    cStage stage(options.mSize);
+    cStage stage(show, options.mSize);
     stage.LoadShow();
 
     cPicture sheet(layout.Width(), layout.Height());
     Fill(sheet, background);
-    font.Write(sheet, Heading(options, rows.size()), margin, margin + 24, headingLetters,
+    font.Write(sheet, Heading(options, tempo, rows.size()), margin, margin + 24, headingLetters,
                headingColor);
     for (int i = 0; i < int(rows.size()); i++) {
         if (IsInterrupted())
@@ -132,7 +134,7 @@ eOutcome RecordSheet(const cOptions &options)
         const int64_t row = rows[size_t(i)];
         const int left = layout.Left(i), top = layout.Top(i);
         Paste(Shrink(stage.DrawStill(grid, row), tileWidth, layout.mTileHeight), sheet, left, top);
-        font.Write(sheet, SheetLabel(row), left, top + layout.mTileHeight + 19, labelLetters,
+        font.Write(sheet, SheetLabel(row, tempo), left, top + layout.mTileHeight + 19, labelLetters,
                    labelColor);
     }
     if (!WritePng(output.GetTemporaryPath(), sheet))

@@ -1,15 +1,18 @@
 #include "tools/record/ShowFiles.h"
 
 #include "base/Truncate.h"
+#include "engine/3DObject.h"
+#include "engine/Singleton.h"
+#include "engine/TextureManager.h"
+#include "sync/track.h"
 #include "tools/record/Failure.h"
 #include "tools/support/Faults.h"
 #include "tools/support/Files.h"
 
 #include <epoxy/gl.h>
 
-#include <climits>
+#include <algorithm>
 #include <fstream>
-#include <initializer_list>
 #include <iostream>
 #include <memory>
 
@@ -22,17 +25,7 @@ namespace
 const size_t trackHeaderBytes = 8;
 const size_t keyBytes = 9;
 const size_t maximumTrackBytes = 64 << 20;
-
-bool HasShow(const fs::path &folder)
-{
-    std::error_code ignored;
-    return fs::is_directory(folder / "data", ignored);
-}
-
-std::string TrackFile(demo::eTrack track)
-{
-    return std::string(demo::kTrackPrefix) + "_" + demo::TrackName(track) + ".track";
-}
+const size_t maximumShaderBytes = 1 << 20;
 
 void CheckReadable(const std::string &path)
 {
@@ -82,12 +75,12 @@ void CheckTrackFile(const std::string &path)
         throw cFailure(path + ": " + fault);
 }
 
-// The show plays without them. Whoever made it hardly meant that.
-void WarnOfMissingTracks()
+// The show plays without them, but they are hardly left out on purpose.
+void WarnOfMissingTracks(const std::vector<std::string> &tracks)
 {
     std::string missing;
-    for (int i = 0; i < demo::TRACK_COUNT; i++) {
-        const std::string file = TrackFile(demo::eTrack(i));
+    for (const std::string &track : tracks) {
+        const std::string file = vyr::GetTrackFile(track);
         std::error_code ignored;
         if (!fs::exists(file, ignored))
             missing += (missing.empty() ? "" : ", ") + file;
@@ -96,108 +89,151 @@ void WarnOfMissingTracks()
         std::cerr << "vyr-record: not there, so 0 throughout: " << missing << '\n';
 }
 
-void CheckProgram(unsigned int program, const char *path)
+bool IsObject(const std::string &path) { return fs::path(path).extension() == ".lwo"; }
+
+bool IsShader(const std::string &path)
 {
-    GLint isLinked = GL_FALSE;
-    glGetProgramiv(program, GL_LINK_STATUS, &isLinked);
-    if (!isLinked)
-        throw cFailure(std::string(path) + ": does not compile or link with default.vs");
+    const std::string extension = fs::path(path).extension().string();
+    return extension == ".vs" || extension == ".fs";
 }
 
 // Reads the object once more than the show does: there, one that can't be read is the end.
-void CheckObject(const char *path)
+bool IsReadableObject(const std::string &path)
 {
     const std::unique_ptr<vyr::c3DObject> object(vyr::c3DObject::CreateFromLWO2(path));
-    if (!object)
-        throw cFailure(std::string(path) + ": not an LWO2 object that can be read");
+    return object != nullptr;
 }
 
-// What `track` chooses at `row` among `count`; negative for nothing.
-int GetIndex(const demo::cShow &show, demo::eTrack track, double row, int count)
+void CheckObject(const std::string &path)
 {
-    const int index = vyr::TruncateToInt(double(sync_get_val(show.mTracks[size_t(track)], row)));
-    if (index >= count)
-        throw cFailure(TrackFile(track) + ": " + std::to_string(index) + " at row " +
-                       std::to_string(row) + ", where " + std::to_string(count - 1) +
-                       " is the last");
-    return index;
+    CheckReadable(path);
+    if (!IsReadableObject(path))
+        throw cFailure(path + ": not an LWO2 object that can be read");
 }
 
-// `track` puts it there; none for what is always drawn.
-void CheckPicture(int texture, const std::string &path, double row, const std::string &track = "")
+// As a rule the show has loaded it, and the manager finds it. Where it has not, loading it here
+// leaves the texture bound that was.
+bool IsReadablePicture(const std::string &path)
 {
-    if (texture < 0)
-        throw cFailure(path + ": row " + std::to_string(row) + " shows it" +
-                       (track.empty() ? "" : ", picked by " + track) +
-                       ", and it is no picture that can be read");
+    GLint bound = 0;
+    glGetIntegerv(GL_TEXTURE_BINDING_2D, &bound);
+    const int id = vyr::tSingleton<vyr::cTextureManager>::GetSingleton().LoadTexture(path, false);
+    glBindTexture(GL_TEXTURE_2D, GLuint(bound));
+    return id >= 0;
 }
 
-void CheckPhoto(const demo::cShow &show, demo::eTrack track, double row)
+std::string TakeSource(unsigned int shader)
 {
-    const int index = GetIndex(show, track, row, demo::kPhotoCount);
-    if (index >= 0)
-        CheckPicture(show.mAssets.mPhotos[size_t(index)], show.mAssets.mPhotoNames[size_t(index)],
-                     row, TrackFile(track));
+    GLint length = 0;
+    glGetShaderiv(shader, GL_SHADER_SOURCE_LENGTH, &length);
+    std::string source(size_t(std::max(length, 1)), '\0');
+    glGetShaderSource(shader, length, nullptr, source.data());
+    return source.c_str(); // without the zero at its end
 }
 
-void CheckLyric(const demo::cShow &show, double row)
+// The file that `shader` was made of; empty when it is none of the description's.
+std::string FindSourceFile(unsigned int shader, const vyr::cShowDescription &description)
 {
-    const int index = GetIndex(show, demo::LYRICS_NUM, row, demo::kLyricCount);
-    if (index >= 0)
-        CheckPicture(show.mAssets.mLyrics[size_t(index)], demo::LyricName(index), row,
-                     TrackFile(demo::LYRICS_NUM));
+    for (const std::string &file : description.mFiles) {
+        std::string bytes, ignored;
+        if (IsShader(file) && tools::ReadWhole(file, maximumShaderBytes, bytes, ignored) &&
+            TakeSource(shader) == bytes.c_str())
+            return file;
+    }
+    return "";
+}
+
+std::string DescribeUnlinked(unsigned int program, const vyr::cShowDescription &description)
+{
+    GLuint shaders[2] = {};
+    GLsizei count = 0;
+    glGetAttachedShaders(program, 2, &count, shaders);
+    std::string vertex, fragment;
+    for (GLsizei i = 0; i < count; i++) {
+        GLint type = 0;
+        glGetShaderiv(shaders[i], GL_SHADER_TYPE, &type);
+        (type == GL_VERTEX_SHADER ? vertex : fragment) = FindSourceFile(shaders[i], description);
+    }
+    if (fragment.empty() || vertex.empty())
+        return (fragment.empty() && vertex.empty() ? "a shader" : fragment + vertex) +
+               ": does not compile or link";
+    return fragment + ": does not compile or link with " + fs::path(vertex).filename().string();
 }
 } // namespace
 
 fs::path FindShow(const std::string &asked)
 {
-    if (!asked.empty() && !HasShow(asked))
-        throw cFailure(asked + ": no show there: it has no data folder");
+    if (!asked.empty() && !vyr::IsShowFolder(asked))
+        throw cFailure(asked + ": no show there: it has no " + vyr::kShowLibrary);
     if (!asked.empty())
         return asked;
     std::error_code ignored;
     fs::path own = fs::read_symlink("/proc/self/exe", ignored).parent_path();
-    if (HasShow(own))
+    if (vyr::IsShowFolder(own))
         return own;
     fs::path current = fs::current_path(ignored);
-    if (!HasShow(current))
+    if (!vyr::IsShowFolder(current))
         throw cFailure("no show in " + own.string() + " or " + current.string() +
-                       ": neither has a data folder; name the show's with --show DIR");
+                       ": neither has a " + vyr::kShowLibrary +
+                       "; name the show's with --show DIR");
     return current;
 }
 
-void CheckShowFiles()
+void CheckShowFiles(const vyr::cShowDescription &description)
 {
-    for (int i = 0; i < demo::TRACK_COUNT; i++)
-        CheckTrackFile(TrackFile(demo::eTrack(i)));
-    WarnOfMissingTracks();
-    for (const char *path :
-         {demo::kVertexShaderFile, demo::kNoiseShaderFile, demo::kPlasmaShaderFile})
-        CheckReadable(path);
-    for (const char *path : {demo::kObject1File, demo::kObject2File}) {
-        CheckReadable(path);
-        CheckObject(path);
+    for (const std::string &track : description.mTracks)
+        CheckTrackFile(vyr::GetTrackFile(track));
+    WarnOfMissingTracks(description.mTracks);
+    for (const std::string &file : description.mFiles)
+        if (IsObject(file))
+            CheckObject(file);
+        else
+            CheckReadable(file);
+    for (const auto &choice : description.mChoices)
+        for (const std::string &file : choice.mFiles)
+            if (IsObject(file))
+                CheckObject(file);
+}
+
+// Programs have the smallest free numbers of the context, so a look at the first few thousand finds
+// all that a show has made.
+void CheckPrograms(const vyr::cShowDescription &description)
+{
+    const GLuint end = 4096;
+    for (GLuint program = 1; program < end; program++) {
+        GLint isLinked = GL_TRUE;
+        if (glIsProgram(program))
+            glGetProgramiv(program, GL_LINK_STATUS, &isLinked);
+        if (!isLinked)
+            throw cFailure(DescribeUnlinked(program, description));
     }
 }
 
-void CheckPrograms(const demo::cAssets &assets)
+void cRowCheck::Check(double row)
 {
-    CheckProgram(assets.mNoiseProgram, demo::kNoiseShaderFile);
-    CheckProgram(assets.mPlasmaProgram, demo::kPlasmaShaderFile);
+    const vyr::cShowDescription &description = mShow.GetDescription();
+    for (const auto &choice : description.mChoices)
+        CheckChoice(choice, row);
 }
 
-void CheckRow(const demo::cShow &show, double row)
+void cRowCheck::CheckChoice(const vyr::cShowDescription::cChoice &choice, double row)
 {
-    CheckPhoto(show, demo::IMAGE_LEFT, row);
-    CheckPhoto(show, demo::IMAGE_RIGHT, row);
-    CheckPhoto(show, demo::IMAGE_CENTER, row);
-    CheckLyric(show, row);
-    GetIndex(show, demo::OBJECT_NUM, row, 2);
-    if (GetIndex(show, demo::TUNNEL_TEXTURE, row, INT_MAX) >= 0)
-        CheckPicture(show.mAssets.mTunnelTexture, demo::kTunnelFile, row,
-                     TrackFile(demo::TUNNEL_TEXTURE));
-    if (sync_get_val(show.mTracks[demo::IMAGE_ZEMLOGO], row) > 0.0f)
-        CheckPicture(show.mAssets.mLogo, demo::kLogoFile, row, TrackFile(demo::IMAGE_ZEMLOGO));
-    CheckPicture(show.mAssets.mVignette, demo::kVignetteFile, row); // always drawn
+    const sync_track &track = *mShow.FindTrack(choice.mTrack);
+    const int index = vyr::TruncateToInt(double(sync_get_val(&track, row)));
+    const std::string trackFile = vyr::GetTrackFile(choice.mTrack);
+    if (index < 0)
+        return;
+    if (size_t(index) >= choice.mFiles.size())
+        throw cFailure(trackFile + ": " + std::to_string(index) + " at row " + std::to_string(row) +
+                       ", where " + std::to_string(choice.mFiles.size() - 1) + " is the last");
+    const std::string &file = choice.mFiles[size_t(index)];
+    const auto found = mIsUsable.find(file);
+    const bool isUsable = found != mIsUsable.end() ? found->second
+                          : IsObject(file)         ? true // checked before it was loaded
+                                                   : IsReadablePicture(file);
+    mIsUsable[file] = isUsable;
+    if (!isUsable)
+        throw cFailure(file + ": row " + std::to_string(row) + " shows it, picked by " + trackFile +
+                       ", and it is no picture that can be read");
 }
 } // namespace record

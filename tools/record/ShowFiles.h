@@ -1,25 +1,39 @@
 #pragma once
 
-#include "demo/Show.h"
+#include "show/ShowFolder.h"
 
 #include <filesystem>
+#include <map>
 
 namespace record
 {
 /// The folder of the show: `asked` when it is not empty, else the one that this program stands in
-/// when that has a data folder, else the working directory. Throws cFailure when there is no show.
+/// when that is a show's, else the working directory. Throws cFailure when there is no show.
 std::filesystem::path FindShow(const std::string &asked);
 
-// The player of the show trusts its files, as a player may: a show is checked before it is played.
-// A recorder is also there for a show that is still being made, so it looks first. Each of these
-// throws cFailure, which names the file, when something can't be used.
+// A player of shows trusts their files, as a player may: a show is checked before it is played. A
+// recorder is also there for a show that is still being made, so it looks first. Each of these
+// throws cFailure, which names the file, when something can't be used. The working directory is the
+// show's folder.
 
-/// The tracks, shaders and objects in the working directory are there and well formed. A track may
-/// be missing: it is 0 throughout, which a line on standard error says.
-void CheckShowFiles();
+/// The tracks and the files of the description's list are there and well formed. A track may be
+/// missing: it is 0 throughout, which a line on standard error says.
+void CheckShowFiles(const vyr::cShowDescription &description);
 /// The shaders, once loaded, were compiled and linked.
-void CheckPrograms(const demo::cAssets &assets);
-/// What the tracks choose at `row` exists: no index beyond its table, no picture that can't be
-/// read. Pictures that no row asks for may be missing.
-void CheckRow(const demo::cShow &show, double row);
+void CheckPrograms(const vyr::cShowDescription &description);
+
+/// What the tracks choose, row by row, once the show is loaded: no index beyond its table, no file
+/// that can't be read. Files that no row asks for may be missing.
+class cRowCheck
+{
+public:
+    explicit cRowCheck(const vyr::cShowFolder &show) : mShow(show) {}
+    void Check(double row);
+
+private:
+    void CheckChoice(const vyr::cShowDescription::cChoice &choice, double row);
+
+    const vyr::cShowFolder &mShow;
+    std::map<std::string, bool> mIsUsable; ///< by path; each is looked at once
+};
 } // namespace record

@@ -1,14 +1,11 @@
 #include "tools/record/Stage.h"
 
-#include "base/Truncate.h"
-#include "demo/Frame.h"
 #include "engine/Renderer.h"
 #include "engine/Singleton.h"
 #include "engine/TextureManager.h"
 #include "platform/Window.h"
 #include "tools/record/Failure.h"
 #include "tools/record/Readback.h"
-#include "tools/record/ShowFiles.h"
 
 #include <epoxy/gl.h>
 
@@ -58,69 +55,47 @@ unsigned int CreateFramebuffer(const cSize &size)
     return framebuffer;
 }
 
-bool HasTunnel(const demo::cShow &show, double row)
-{
-    return vyr::TruncateToInt(sync_get_val(show.mTracks[demo::TUNNEL_TEXTURE], row)) >= 0;
-}
-
-void CloseRenderer()
-{
-    TexturesHolder::DestroySingleton();
-    RendererHolder::GetSingleton().Shutdown();
-    RendererHolder::DestroySingleton();
-}
-} // namespace
-
-cStage::cStage(const cSize &size) : mSize(size)
+// As large as the driver allows, checked before the stage asks for it.
+const cSize &Checked(const cSize &size)
 {
     vyr::platform::UseWindowSystem(vyr::platform::OffscreenWindowSystem());
     CheckSize(size);
-    RendererHolder::CreateSingleton();
-    TexturesHolder::CreateSingleton();
-    auto &renderer = RendererHolder::GetSingleton();
-    renderer.SetScaleFactor(
-        {float(size.mWidth) / demo::kDesignWidth, float(size.mHeight) / demo::kDesignHeight});
-    try {
-        if (!renderer.Init(size.mWidth, size.mHeight, false))
-            throw cFailure(""); // the same
-        mFramebuffer = CreateFramebuffer(size);
-    } catch (const cFailure &) {
-        CloseRenderer();
-        throw;
-    }
-    glEnable(GL_BLEND); // as the show has it
+    return size;
+}
+} // namespace
+
+cStage::cStage(vyr::cShowFolder &show, const cSize &size)
+    : mShow(show), mSize(Checked(size)), mRowCheck(show),
+      mStage(vyr::cStage::OFFSCREEN, size.mWidth, size.mHeight)
+{
+    if (!mStage.IsOpen())
+        throw cFailure(""); // the window system has said why
+    mFramebuffer = CreateFramebuffer(size);
 }
 
-cStage::~cStage()
-{
-    if (mTracks)
-        sync_destroy_device(mTracks);
-    RendererHolder::GetSingleton().DestroyFBO(mFramebuffer);
-    CloseRenderer();
-}
+cStage::~cStage() { mStage.GetRenderer().DestroyFBO(mFramebuffer); }
 
 void cStage::LoadShow()
 {
-    CheckShowFiles();
-    mTracks = sync_create_device(demo::kTrackPrefix);
-    if (!mTracks)
-        throw cFailure("no memory for the tracks");
-    mShow.mTracks = demo::LoadTracks(mTracks);
-    mShow.mAssets = demo::LoadAssets();
-    CheckPrograms(mShow.mAssets);
+    CheckShowFiles(mShow.GetDescription());
+    mShow.LoadTracks();
+    mShow.Load();
+    CheckPrograms(mShow.GetDescription());
 }
+
+void cStage::CheckRow(double row) { mRowCheck.Check(row); }
 
 void cStage::Draw(double row, double seconds)
 {
-    CheckRow(mShow, row);
-    RendererHolder::GetSingleton().BeginUpdateFBO(mFramebuffer);
-    demo::DrawFrame(mShow, row, seconds);
+    CheckRow(row);
+    mStage.GetRenderer().BeginUpdateFBO(mFramebuffer);
+    mShow.Draw(row, seconds);
 }
 
-int64_t cStage::FindFrameWithTunnel(const cFrameGrid &grid, int64_t end) const
+int64_t cStage::FindFrameThatReachesLater(const cFrameGrid &grid, int64_t end) const
 {
     int64_t frame = end - 1;
-    while (frame >= 0 && !HasTunnel(mShow, grid.Row(frame)))
+    while (frame >= 0 && !mShow.ReachesLater(grid.Row(frame)))
         frame--;
     return frame;
 }
@@ -128,9 +103,9 @@ int64_t cStage::FindFrameWithTunnel(const cFrameGrid &grid, int64_t end) const
 void cStage::DrawFramesBefore(const cFrameGrid &grid, int64_t microRow)
 {
     const int64_t end = grid.FirstAtOrAfter(microRow);
-    const int64_t tunnel = FindFrameWithTunnel(grid, end);
-    if (tunnel >= 0 && tunnel < end - 1)
-        Draw(grid.Row(tunnel), grid.Seconds(tunnel));
+    const int64_t reaching = FindFrameThatReachesLater(grid, end);
+    if (reaching >= 0 && reaching < end - 1)
+        Draw(grid.Row(reaching), grid.Seconds(reaching));
     if (end > 0)
         Draw(grid.Row(end - 1), grid.Seconds(end - 1));
 }
@@ -143,7 +118,7 @@ cPicture cStage::DrawStill(const cFrameGrid &grid, int64_t microRow)
         Draw(grid.Row(frame), grid.Seconds(frame));
     } else {
         const double row = double(microRow) / double(kMicroRows);
-        Draw(row, row / demo::kRowsPerSecond);
+        Draw(row, row / mShow.GetDescription().mRowsPerSecond);
     }
     cReadback readback(mSize.mWidth, mSize.mHeight);
     cPicture picture(mSize.mWidth, mSize.mHeight);

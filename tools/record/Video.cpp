@@ -4,8 +4,7 @@ namespace record
 {
 cVideo::cVideo(const std::string &path, const cEncoding &encoding, const cCaptions *captions)
     : mEncoding(encoding), mCaptions(captions), mOutput(path), mPictures(path + ".pictures"),
-      mMusic(cFrameGrid(encoding.mRate), encoding.mRange, encoding.mPiece),
-      mEncoder(encoding, mPictures.GetTemporaryPath())
+      mMusic(encoding), mEncoder(encoding, mPictures.GetTemporaryPath())
 {}
 
 void cVideo::Take(const cDrawnFrame &frame)
@@ -33,7 +32,7 @@ tArguments cVideo::GetArguments(int64_t end) const
     }
     if (end < mEncoding.mPiece.mEnd) { // the sound ends where the picture does
         const int64_t frames = end - mEncoding.mPiece.mFirst;
-        const double seconds = cFrameGrid(mEncoding.mRate).Seconds(frames);
+        const double seconds = mEncoding.mRate.Seconds(frames);
         outputs = outputs + tArguments{"-t", std::to_string(seconds)};
     }
     // The table of contents first, so that a player on a network starts at once; times of edits in

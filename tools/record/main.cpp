@@ -12,14 +12,16 @@ namespace
 {
 int Run(int argc, char **argv)
 {
-    const auto options = record::ReadCommandLine(argc, argv);
-    if (!options)
+    const auto line = record::ReadCommandLine(argc, argv);
+    if (!line)
         return record::DONE;
     record::WatchForInterrupt();
-    std::filesystem::current_path(record::FindShow(options->mShow));
-    if (options->mIsSheet)
-        return record::RecordSheet(*options);
-    return options->mStill ? record::RecordStill(*options) : record::Record(*options);
+    std::filesystem::current_path(record::FindShow(line->mShow));
+    vyr::cShowFolder show(".");
+    const record::cOptions options = record::ReadOptions(*line, show.GetDescription());
+    if (options.mIsSheet)
+        return record::RecordSheet(options, show);
+    return options.mStill ? record::RecordStill(options, show) : record::Record(options, show);
 }
 
 int Fail(const std::exception &error, record::eOutcome outcome)

@@ -40,6 +40,13 @@ std::string cFault::ToLine() const
     return OnOneLine(mFile) + ": " + place + OnOneLine(mWhat);
 }
 
+cFault ToFault(const std::string &line)
+{
+    const size_t colon = line.find(": ");
+    return colon == std::string::npos ? cFault{line, "", ""}
+                                      : cFault{line.substr(0, colon), "", line.substr(colon + 2)};
+}
+
 void Print(std::ostream &out, const tFaults &faults)
 {
     for (const cFault &fault : faults)

@@ -19,6 +19,9 @@ struct cFault
 
 using tFaults = std::vector<cFault>;
 
+/// The fault that the line "file: what" tells of.
+cFault ToFault(const std::string &line);
+
 /// One line each.
 void Print(std::ostream &out, const tFaults &faults);
 

@@ -1,10 +1,11 @@
 #include "tools/support/Lyrics.h"
 
 #include "base/Truncate.h"
-#include "demo/Show.h"
 #include "tools/support/Files.h"
 
+#include <algorithm>
 #include <charconv>
+#include <cstdint>
 #include <sstream>
 
 namespace tools
@@ -52,14 +53,27 @@ void ReadLyric(const std::string &file, int number, std::string line,
 }
 } // namespace
 
+cWordTracks FindWordTracks(const std::vector<std::string> &names)
+{
+    const std::string number = ":num", fade = ":fade";
+    for (const std::string &name : names) {
+        if (!name.ends_with(number))
+            continue;
+        const std::string other = name.substr(0, name.size() - number.size()) + fade;
+        if (std::ranges::find(names, other) != names.end())
+            return {name, other};
+    }
+    return {};
+}
+
 std::vector<cLyricSpan> FindLyricSpans(const sync_track &number, const sync_track &fade,
-                                       float opacity)
+                                       float opacity, double lastRow)
 {
     std::vector<cLyricSpan> spans;
     int shown = -1;
-    for (int i = 0; i <= int(demo::kLastRow) * samplesPerRow; i++) {
-        const double row = double(i) / samplesPerRow;
-        const bool isOver = row >= demo::kLastRow;
+    for (int64_t i = 0; shown >= 0 || double(i) / samplesPerRow < lastRow; i++) {
+        const double row = std::min(double(i) / samplesPerRow, lastRow);
+        const bool isOver = row >= lastRow;
         const int lyric = isOver ? -1 : LyricAt(number, fade, opacity, row);
         if (lyric == shown)
             continue;

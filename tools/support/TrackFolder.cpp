@@ -1,6 +1,6 @@
 #include "tools/support/TrackFolder.h"
 
-#include "demo/Show.h"
+#include "show/ShowFolder.h"
 
 #include <algorithm>
 #include <cmath>
@@ -35,7 +35,7 @@ int Close(void *handle)
     return std::fclose(static_cast<std::FILE *>(handle));
 }
 
-std::string Prefix() { return std::string(demo::kTrackPrefix) + "_"; }
+std::string Prefix() { return std::string(vyr::kTrackPrefix) + "_"; }
 
 bool IsTrackFile(const fs::directory_entry &entry)
 {
@@ -98,7 +98,7 @@ bool CheckKey(const cFault &at, const sync_track &track, int index, tFaults &fau
 } // namespace
 
 cTrackFolder::cTrackFolder(const fs::path &folder)
-    : mFolder(folder), mDevice(sync_create_device((folder / demo::kTrackPrefix).c_str()))
+    : mFolder(folder), mDevice(sync_create_device((folder / vyr::kTrackPrefix).c_str()))
 {
     sync_io_cb callbacks = {Open, Read, Close};
     sync_set_io_cb(mDevice, &callbacks);
@@ -150,7 +150,7 @@ cLoadedTrack cTrackFolder::Load(const std::string &name, tFaults &faults)
 
 fs::path TrackPath(const fs::path &folder, const std::string &name)
 {
-    return folder / (Prefix() + name + suffix);
+    return folder / vyr::GetTrackFile(name);
 }
 
 std::string KeyPlace(const sync_track &track, int index)

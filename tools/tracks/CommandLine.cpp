@@ -56,7 +56,7 @@ void AddCommands(CLI::App &app, cOptions &options, int &status)
     plot->add_option("--timeline", options.mTimeline,
                      "text to take tempo, sections and names from");
     plot->add_option("--lyrics", options.mLyrics, "the words, NUMBER TEXT a line");
-    plot->add_option("--music", options.mMusic, "the music (default: DIR/data/waiting.mp3)");
+    plot->add_option("--music", options.mMusic, "the music (default: the show's own)");
 
     CLI::App *captions = Add(app, "captions", "the words as WebVTT", RunCaptions, options, status);
     AddFolder(captions, options);

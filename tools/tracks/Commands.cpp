@@ -1,12 +1,11 @@
 #include "tools/tracks/Commands.h"
 
-#include "demo/Show.h"
+#include "show/ShowFolder.h"
+#include "show/Time.h"
 #include "tools/support/Files.h"
 #include "tools/support/Nearest.h"
-#include "tools/support/ShowTempo.h"
 #include "tools/support/TrackFolder.h"
 #include "tools/timeline/Compiler.h"
-#include "show/Time.h"
 #include "tools/tracks/Captions.h"
 #include "tools/tracks/Dumper.h"
 #include "tools/tracks/Plotter.h"
@@ -22,7 +21,6 @@ namespace tracks
 namespace
 {
 const double maximumSamples = 10'000'000;
-const char *const numberTrack = "lyrics:num", *const fadeTrack = "lyrics:fade";
 
 int Fail(const tools::tFaults &faults)
 {
@@ -72,10 +70,32 @@ bool ReadTimeline(const std::string &path, timeline::cTimeline &timeline,
     return faults.empty();
 }
 
-// That of the timeline where it is given and says one, else that of the show.
-vyr::cTempo FindTempo(const cOptions &options, tools::tFaults &faults)
+/// What is known of the show that the tracks belong to: all that it says of itself, or, of a folder
+/// that has tracks alone, nothing.
+struct cShowFacts
 {
-    const vyr::cTempo ofShow = tools::TempoOfShow(options.mFolder);
+    vyr::cTempo mTempo;
+    double mLastRow = 0; ///< 0: not known
+    std::string mMusic;  ///< path; empty: not known
+};
+
+// Runs the show's code where there is some.
+cShowFacts AskShow(const std::string &folder, tools::tFaults &faults)
+{
+    if (!vyr::IsShowFolder(folder))
+        return {};
+    try {
+        const vyr::cShowDescription show = vyr::cShowFolder(folder).GetDescription();
+        return {vyr::TempoOf(show), show.mLastRow, (fs::path(folder) / show.mMusic).string()};
+    } catch (const vyr::cShowError &error) {
+        faults.push_back(tools::ToFault(error.what()));
+        return {};
+    }
+}
+
+// That of the timeline where it is given and says one, else that of the show.
+vyr::cTempo FindTempo(const cOptions &options, const vyr::cTempo &ofShow, tools::tFaults &faults)
+{
     if (options.mTimeline.empty())
         return ofShow;
     timeline::cTimeline timeline;
@@ -122,14 +142,26 @@ std::vector<const sync_track *> LoadAll(const cOptions &options, tools::cTrackFo
     return tracks;
 }
 
-std::vector<tools::cLyricSpan> LoadSpans(tools::cTrackFolder &folder, float opacity,
+// Where the show's end is not known, it is one row after the last key.
+double EndOf(const sync_track &number, const sync_track &fade)
+{
+    double end = 1.0;
+    for (const sync_track *track : {&number, &fade})
+        if (track->num_keys > 0)
+            end = std::max(end, track->keys[track->num_keys - 1].row + 1.0);
+    return end;
+}
+
+std::vector<tools::cLyricSpan> LoadSpans(tools::cTrackFolder &folder, double lastRow,
                                          tools::tFaults &faults)
 {
-    const sync_track *number = LoadOne(folder, numberTrack, faults);
-    const sync_track *fade = LoadOne(folder, fadeTrack, faults);
+    const tools::cWordTracks names = tools::FindWordTracks(folder.Names());
+    const sync_track *number = LoadOne(folder, names.mNumber, faults);
+    const sync_track *fade = LoadOne(folder, names.mFade, faults);
     if (!number || !fade)
         return {};
-    return tools::FindLyricSpans(*number, *fade, opacity);
+    return tools::FindLyricSpans(*number, *fade, kCaptionOpacity,
+                                 lastRow > 0 ? lastRow : EndOf(*number, *fade));
 }
 
 // Plot
@@ -159,10 +191,10 @@ void AddTimeline(const cOptions &options, cPlotInput &input, tools::tFaults &fau
     input.mValueNames = timeline.mValueNames;
 }
 
-void AddMusic(const cOptions &options, cPlotInput &input, tools::tFaults &faults)
+void AddMusic(const cOptions &options, const std::string &usual, cPlotInput &input,
+              tools::tFaults &faults)
 {
-    const fs::path usual = fs::path(options.mFolder) / demo::kMusicFile;
-    const fs::path path = options.mMusic.empty() ? usual : fs::path(options.mMusic);
+    const fs::path path = options.mMusic.empty() ? usual : options.mMusic;
     std::error_code ignored;
     if (options.mMusic.empty() && !fs::exists(path, ignored))
         return;
@@ -176,13 +208,13 @@ void AddMusic(const cOptions &options, cPlotInput &input, tools::tFaults &faults
         faults.push_back({path.string(), "", error});
 }
 
-void AddLyrics(const cOptions &options, tools::cTrackFolder &folder, cPlotInput &input,
-               tools::tFaults &faults)
+void AddLyrics(const cOptions &options, tools::cTrackFolder &folder, double lastRow,
+               cPlotInput &input, tools::tFaults &faults)
 {
     if (options.mLyrics.empty())
         return;
     input.mWords = tools::ReadLyrics(options.mLyrics, faults);
-    input.mLyrics = LoadSpans(folder, kCaptionOpacity, faults);
+    input.mLyrics = LoadSpans(folder, lastRow, faults);
 }
 } // namespace
 
@@ -201,14 +233,16 @@ int RunDump(const cOptions &options)
     tools::cTrackFolder folder(options.mFolder);
     tools::tFaults faults;
     const auto tracks = LoadAll(options, folder, faults);
-    const vyr::cTempo tempo = FindTempo(options, faults);
+    const cShowFacts show = AskShow(options.mFolder, faults);
+    const vyr::cTempo tempo = FindTempo(options, show.mTempo, faults);
     return faults.empty() ? WriteText(options.mOutput, Dump(tracks, tempo)) : Fail(faults);
 }
 
 int RunSample(const cOptions &options)
 {
     tools::tFaults faults;
-    const vyr::cTempo tempo = FindTempo(options, faults);
+    const cShowFacts show = AskShow(options.mFolder, faults);
+    const vyr::cTempo tempo = FindTempo(options, show.mTempo, faults);
     if (!faults.empty())
         return Fail(faults);
     double times[3] = {};
@@ -234,17 +268,18 @@ int RunPlot(const cOptions &options)
     tools::cTrackFolder folder(options.mFolder);
     tools::tFaults faults;
     cPlotInput input;
-    input.mTempo = tools::TempoOfShow(options.mFolder);
-    input.mLastRow = demo::kLastRow;
+    const cShowFacts show = AskShow(options.mFolder, faults);
+    input.mTempo = show.mTempo;
+    input.mLastRow = std::max(show.mLastRow, 1.0);
     input.mTracks = LoadAll(options, folder, faults);
     const sync_track *one = nullptr;
     if (faults.empty() && !options.mTrack.empty())
         one = LoadOne(folder, options.mTrack, faults);
     AddTimeline(options, input, faults);
     if (faults.empty())
-        AddLyrics(options, folder, input, faults);
+        AddLyrics(options, folder, show.mLastRow, input, faults);
     if (faults.empty())
-        AddMusic(options, input, faults);
+        AddMusic(options, show.mMusic, input, faults);
     if (!faults.empty())
         return Fail(faults);
     input.mTitle = one ? options.mTrack : TitleOf(options, input.mTracks);
@@ -257,11 +292,12 @@ int RunCaptions(const cOptions &options)
     tools::tFaults faults;
     if (!CheckFolder(options.mFolder, faults))
         return Fail(faults);
-    const vyr::cTempo tempo = FindTempo(options, faults);
+    const cShowFacts show = AskShow(options.mFolder, faults);
+    const vyr::cTempo tempo = FindTempo(options, show.mTempo, faults);
     if (faults.empty() && !tempo.HasSeconds())
         return Fail(options.mFolder, "expected a tempo, which captions need for their seconds");
     const auto words = tools::ReadLyrics(options.mLyrics, faults);
-    const auto spans = LoadSpans(folder, kCaptionOpacity, faults);
+    const auto spans = LoadSpans(folder, show.mLastRow, faults);
     if (faults.empty())
         CheckWords(options.mLyrics, spans, words, tempo, faults);
     if (!faults.empty())

@@ -1,7 +1,7 @@
 #include "tools/tracks/Dumper.h"
 
-#include "tools/timeline/Lexer.h"
 #include "show/Time.h"
+#include "tools/timeline/Lexer.h"
 #include "tools/timeline/Timeline.h"
 
 #include <charconv>

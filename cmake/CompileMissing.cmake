@@ -14,7 +14,7 @@ list(TRANSFORM lines REPLACE "^[ \t]*tracks|#.*" "")
 string(REGEX REPLACE "[; \t]+" ";" names "${lines}")
 list(REMOVE_ITEM names "")
 
-include(${CMAKE_CURRENT_LIST_DIR}/../../cmake/RemoveUnmade.cmake)
+include(${CMAKE_CURRENT_LIST_DIR}/RemoveUnmade.cmake)
 set(files ${names})
 list(TRANSFORM files PREPEND "sync_")
 list(TRANSFORM files APPEND ".track")
