@@ -1,12 +1,13 @@
 #include "tools/check/CheckImages.h"
 
-#include "demo/Show.h"
 #include "tools/check/Stage.h"
+#include "tools/support/Files.h"
 
 #include <epoxy/gl.h>
 #include <stb_image.h>
 
 #include <filesystem>
+#include <set>
 
 namespace check
 {
@@ -70,15 +71,17 @@ void CheckImage(const std::string &path, const std::string &place, cFindings &fi
     CheckComponents(path, place, texture, findings);
 }
 
-void CheckImages(cFindings &findings)
+void CheckImages(const vyr::cShowDescription &show, cFindings &findings)
 {
-    int number = 0;
-    for (const std::string &name : demo::PhotoNames())
-        CheckImage(name, "photo " + std::to_string(number++), findings);
-    for (int i = 0; i < demo::kLyricCount; i++)
-        CheckImage(demo::LyricName(i), "lyric " + std::to_string(i), findings);
-    CheckImage(demo::kLogoFile, "logo", findings);
-    CheckImage(demo::kVignetteFile, "vignette", findings);
-    CheckImage(demo::kTunnelFile, "tunnel texture", findings);
+    std::set<std::string> checked;
+    const auto check = [&](const std::string &file, const std::string &place) {
+        if (!tools::IsObject(file) && !tools::IsShader(file) && checked.insert(file).second)
+            CheckImage(file, place, findings);
+    };
+    for (const auto &choice : show.mChoices)
+        for (size_t i = 0; i < choice.mFiles.size(); i++)
+            check(choice.mFiles[i], choice.mTrack + " " + std::to_string(i));
+    for (const std::string &file : show.mFiles)
+        check(file, "");
 }
 } // namespace check

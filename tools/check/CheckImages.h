@@ -1,5 +1,6 @@
 #pragma once
 
+#include "show/Show.h"
 #include "tools/check/Findings.h"
 
 #include <string>
@@ -10,8 +11,9 @@ namespace check
 /// the standard itself promises 64 only.
 inline constexpr int kMaximumImageSize = 2048;
 
-/// All images of the show's table. Their pixels are kept in the texture manager.
-void CheckImages(cFindings &findings);
+/// All images that the show chooses from or has in its list of files. Their pixels are kept in the
+/// texture manager.
+void CheckImages(const vyr::cShowDescription &show, cFindings &findings);
 
 /// One image file that the show loads as a texture; `place` is who asks for it.
 void CheckImage(const std::string &path, const std::string &place, cFindings &findings);

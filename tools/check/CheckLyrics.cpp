@@ -1,11 +1,12 @@
 #include "tools/check/CheckLyrics.h"
 
 #include "base/Truncate.h"
-#include "demo/Show.h"
+#include "show/Tempo.h"
 #include "tools/check/Contrast.h"
 #include "tools/check/Stage.h"
 #include "tools/support/Lyrics.h"
 
+#include <algorithm>
 #include <set>
 
 namespace check
@@ -14,44 +15,62 @@ namespace
 {
 const float readable = 0.5f; // opacity
 
-std::string Clock(double row)
+std::string Clock(double exactSeconds)
 {
-    const int seconds = int(row / demo::kRowsPerSecond + 0.001);
+    const int seconds = int(exactSeconds + 0.001);
     const int rest = seconds % 60;
     return std::to_string(seconds / 60) + (rest < 10 ? ":0" : ":") + std::to_string(rest);
 }
 
 // Of a legal track only; its faults have been told before.
-const sync_track *LegalTrack(tools::cTrackFolder &folder, demo::eTrack track)
+const sync_track *LegalTrack(tools::cTrackFolder &folder, const std::string &track)
 {
     tools::tFaults alreadyTold;
-    const tools::cLoadedTrack loaded = folder.Load(demo::TrackName(track), alreadyTold);
+    const tools::cLoadedTrack loaded = folder.Load(track, alreadyTold);
     return loaded.mIsLegal ? loaded.mTrack : nullptr;
 }
 
-void CheckSpan(const tools::cLyricSpan &span, cFindings &findings)
+/// A show's words: the files that their track chooses from.
+using tFiles = std::vector<std::string>;
+
+const tFiles &FindFiles(const vyr::cShowDescription &show, const std::string &track)
 {
-    const double seconds = (span.mTo - span.mFrom) / demo::kRowsPerSecond;
-    if (seconds < kShortestLyric && span.mLyric < demo::kLyricCount)
-        findings.Fault(demo::LyricName(span.mLyric), "at " + Clock(span.mFrom),
+    static const tFiles none;
+    const auto found =
+        std::ranges::find(show.mChoices, track, [](const auto &c) { return c.mTrack; });
+    return found == show.mChoices.end() ? none : found->mFiles;
+}
+
+void CheckSpan(const tools::cLyricSpan &span, const tFiles &files, const vyr::cTempo &tempo,
+               cFindings &findings)
+{
+    const double seconds = tempo.Seconds(span.mTo - span.mFrom);
+    if (seconds < kShortestLyric && size_t(span.mLyric) < files.size())
+        findings.Fault(files[size_t(span.mLyric)], "at " + Clock(tempo.Seconds(span.mFrom)),
                        "expected it on the screen for " + Decimal(kShortestLyric, 1) +
                            " s, half opaque or more, found " + Decimal(seconds, 2) + " s");
 }
 
-void CheckTimes(tools::cTrackFolder &folder, cFindings &findings)
+// A word that is never half opaque is never shown, even where it is picked.
+void CheckTimes(const vyr::cShowDescription &show, tools::cTrackFolder &folder,
+                const tools::cWordTracks &names, cFindings &findings)
 {
-    const sync_track *number = LegalTrack(folder, demo::LYRICS_NUM);
-    const sync_track *fade = LegalTrack(folder, demo::LYRICS_FADE);
+    const tFiles &files = FindFiles(show, names.mNumber);
+    if (files.empty())
+        return;
+    const sync_track *number = LegalTrack(folder, names.mNumber);
+    const sync_track *fade = LegalTrack(folder, names.mFade);
     if (!number || !fade)
         return;
     std::set<int> shown;
-    for (const tools::cLyricSpan &span : tools::FindLyricSpans(*number, *fade, readable)) {
-        CheckSpan(span, findings);
+    for (const tools::cLyricSpan &span :
+         tools::FindLyricSpans(*number, *fade, readable, show.mLastRow)) {
+        CheckSpan(span, files, vyr::TempoOf(show), findings);
         shown.insert(span.mLyric);
     }
-    for (int i = 0; i < demo::kLyricCount; i++)
-        if (!shown.count(i))
-            findings.Warn(demo::LyricName(i), "", "is never shown");
+    for (size_t i = 0; i < files.size(); i++)
+        if (!shown.count(int(i)))
+            findings.Warn(files[i], "", "is never shown");
 }
 
 void CheckContrast(const std::string &path, cFindings &findings)
@@ -74,32 +93,44 @@ void CheckContrast(const std::string &path, cFindings &findings)
                            " to 1 over black and over white, found " + Decimal(contrast, 1));
 }
 
-void NotePhotos(const sync_track &track, std::set<int> &shown)
+// Files that `track` picks on a row of the show.
+void NotePicked(const sync_track &track, double lastRow, const tFiles &files,
+                std::set<std::string> &picked)
 {
-    for (int row = 0; row < int(demo::kLastRow); row++)
-        shown.insert(vyr::TruncateToInt(double(sync_get_val(&track, double(row)))));
+    for (int row = 0; row < lastRow; row++) {
+        const int index = vyr::TruncateToInt(double(sync_get_val(&track, double(row))));
+        if (index >= 0 && size_t(index) < files.size())
+            picked.insert(files[size_t(index)]);
+    }
 }
 
-void CheckPhotosShown(tools::cTrackFolder &folder, cFindings &findings)
+// A file that several tracks choose from is picked when one of them does. The words are looked at
+// more closely, see CheckTimes.
+void CheckFilesPicked(const vyr::cShowDescription &show, tools::cTrackFolder &folder,
+                      const tools::cWordTracks &names, cFindings &findings)
 {
-    std::set<int> shown;
-    for (demo::eTrack name : {demo::IMAGE_LEFT, demo::IMAGE_RIGHT, demo::IMAGE_CENTER})
-        if (const sync_track *track = LegalTrack(folder, name))
-            NotePhotos(*track, shown);
-        else
+    std::set<std::string> picked;
+    for (const auto &choice : show.mChoices) {
+        const sync_track *track = LegalTrack(folder, choice.mTrack);
+        if (!track)
             return;
-    const auto names = demo::PhotoNames();
-    for (size_t i = 0; i < names.size(); i++)
-        if (!shown.count(int(i)))
-            findings.Warn(names[i], "photo " + std::to_string(i), "is never shown");
+        NotePicked(*track, show.mLastRow, choice.mFiles, picked);
+    }
+    for (const auto &choice : show.mChoices)
+        for (size_t i = 0; i < choice.mFiles.size() && choice.mTrack != names.mNumber; i++)
+            if (picked.insert(choice.mFiles[i]).second)
+                findings.Warn(choice.mFiles[i], choice.mTrack + " " + std::to_string(i),
+                              "is never shown");
 }
 } // namespace
 
-void CheckLyrics(tools::cTrackFolder &folder, cFindings &findings)
+void CheckLyrics(const vyr::cShowDescription &show, tools::cTrackFolder &folder,
+                 cFindings &findings)
 {
-    CheckTimes(folder, findings);
-    CheckPhotosShown(folder, findings);
-    for (int i = 0; i < demo::kLyricCount; i++)
-        CheckContrast(demo::LyricName(i), findings);
+    const tools::cWordTracks names = tools::FindWordTracks(show.mTracks);
+    CheckTimes(show, folder, names, findings);
+    CheckFilesPicked(show, folder, names, findings);
+    for (const std::string &file : FindFiles(show, names.mNumber))
+        CheckContrast(file, findings);
 }
 } // namespace check

@@ -1,6 +1,6 @@
 #include "tools/check/CheckMusic.h"
 
-#include "demo/Show.h"
+#include "show/Tempo.h"
 #include "tools/support/Music.h"
 
 #include <cmath>
@@ -10,7 +10,6 @@ namespace check
 {
 namespace
 {
-const char *const file = demo::kMusicFile;
 const long rate = 44100;
 const int channels = 2;
 
@@ -24,8 +23,10 @@ double SilenceAtStart(const tools::cMusicMeasure &music)
 }
 
 // The clock counts bytes: 44100 frames a second of 4 bytes each, whatever the file says.
-void CheckFormat(const tools::cMusicMeasure &music, cFindings &findings)
+void CheckFormat(const vyr::cShowDescription &show, const tools::cMusicMeasure &music,
+                 cFindings &findings)
 {
+    const std::string &file = show.mMusic;
     if (music.mFormat.mRate != rate)
         findings.Fault(file, "rate",
                        "expected 44100 frames a second, found " +
@@ -33,14 +34,14 @@ void CheckFormat(const tools::cMusicMeasure &music, cFindings &findings)
     if (music.mFormat.mChannels != channels)
         findings.Fault(file, "channels",
                        "expected 2, found " + std::to_string(music.mFormat.mChannels));
-    const double wanted = demo::kLastRow / demo::kRowsPerSecond;
+    const double wanted = vyr::TempoOf(show).Seconds(show.mLastRow);
     if (music.mSeconds < wanted)
         findings.Fault(file, "length",
                        "expected " + Decimal(wanted, 1) + " s, to the show's last row, found " +
                            Decimal(music.mSeconds, 1) + " s");
 }
 
-void CheckLevels(const tools::cMusicMeasure &music, cFindings &findings)
+void CheckLevels(const std::string &file, const tools::cMusicMeasure &music, cFindings &findings)
 {
     if (music.mClippedRuns > 0)
         findings.Fault(file, "samples",
@@ -60,8 +61,9 @@ void CheckLevels(const tools::cMusicMeasure &music, cFindings &findings)
 }
 } // namespace
 
-void CheckMusic(cFindings &findings)
+void CheckMusic(const vyr::cShowDescription &show, cFindings &findings)
 {
+    const std::string &file = show.mMusic;
     std::error_code ignored;
     if (!std::filesystem::is_regular_file(file, ignored)) {
         findings.Fault(file, "", "missing");
@@ -73,7 +75,7 @@ void CheckMusic(cFindings &findings)
         findings.Fault(file, "", error);
         return;
     }
-    CheckFormat(music, findings);
-    CheckLevels(music, findings);
+    CheckFormat(show, music, findings);
+    CheckLevels(file, music, findings);
 }
 } // namespace check

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "show/Show.h"
 #include "tools/check/Findings.h"
 
 namespace check
@@ -12,5 +13,5 @@ inline constexpr double kLongestSilence = 0.2;    ///< seconds at the start
 
 /// The music: as long as the show, at the rate and with the channels that the clock counts on, as
 /// loud as it should be, and unclipped.
-void CheckMusic(cFindings &findings);
+void CheckMusic(const vyr::cShowDescription &show, cFindings &findings);
 } // namespace check

@@ -1,13 +1,15 @@
 #include "tools/check/CheckObjects.h"
 
-#include "demo/Show.h"
 #include "engine/3DObject.h"
 #include "tools/check/CheckImages.h"
 #include "tools/check/LwoWalk.h"
 #include "tools/support/Files.h"
 
+#include <algorithm>
 #include <filesystem>
+#include <iterator>
 #include <memory>
+#include <set>
 
 namespace check
 {
@@ -38,9 +40,13 @@ void CheckObject(const std::string &path, cFindings &findings)
         findings.Fault(path, "", "the engine's reader refuses it");
 }
 
-void CheckObjects(cFindings &findings)
+void CheckObjects(const vyr::cShowDescription &show, cFindings &findings)
 {
-    CheckObject(demo::kObject1File, findings);
-    CheckObject(demo::kObject2File, findings);
+    std::set<std::string> objects;
+    for (const auto &choice : show.mChoices)
+        std::ranges::copy_if(choice.mFiles, std::inserter(objects, objects.end()), tools::IsObject);
+    std::ranges::copy_if(show.mFiles, std::inserter(objects, objects.end()), tools::IsObject);
+    for (const std::string &object : objects)
+        CheckObject(object, findings);
 }
 } // namespace check

@@ -1,6 +1,5 @@
 #include "tools/check/CheckShaders.h"
 
-#include "demo/Show.h"
 #include "tools/check/Stage.h"
 
 #include <epoxy/gl.h>
@@ -16,8 +15,6 @@ namespace check
 {
 namespace
 {
-const char *const vertexFile = demo::kVertexShaderFile;
-
 // The engine prints the driver's logs, which are told here together with their file.
 class cSilence
 {
@@ -83,7 +80,8 @@ bool Exists(const std::string &file, cFindings &findings)
 
 // Adds a fault for each stage that does not compile; what the driver says to one that does is a
 // warning.
-bool CheckStages(GLuint program, const std::string &fragmentFile, cFindings &findings)
+bool CheckStages(GLuint program, const std::string &vertexFile, const std::string &fragmentFile,
+                 cFindings &findings)
 {
     GLuint shaders[2] = {};
     GLsizei count = 0;
@@ -104,17 +102,7 @@ bool CheckStages(GLuint program, const std::string &fragmentFile, cFindings &fin
     return isCompiled;
 }
 
-void CheckUniforms(GLuint program, const std::string &file,
-                   const std::vector<std::string> &uniforms, cFindings &findings)
-{
-    for (const std::string &uniform : uniforms)
-        if (glGetUniformLocation(program, uniform.c_str()) < 0)
-            findings.Fault(file, "uniform " + uniform,
-                           "expected it to be used, found no such active uniform");
-}
-
-void CheckProgram(const std::string &file, const std::vector<std::string> &uniforms,
-                  cFindings &findings)
+void CheckProgram(const std::string &vertexFile, const std::string &file, cFindings &findings)
 {
     if (!Exists(file, findings))
         return;
@@ -123,26 +111,45 @@ void CheckProgram(const std::string &file, const std::vector<std::string> &unifo
         const cSilence silence;
         program = Renderer().CreateShader(vertexFile, file, true);
     }
-    if (!CheckStages(program, file, findings))
+    if (!CheckStages(program, vertexFile, file, findings))
         return;
     GLint isLinked = GL_FALSE;
     glGetProgramiv(program, GL_LINK_STATUS, &isLinked);
-    if (isLinked == GL_TRUE)
-        CheckUniforms(program, file, uniforms, findings);
-    else
+    if (isLinked != GL_TRUE)
         findings.Fault(file, "", "does not link: " + ProgramLog(program));
+}
+
+bool HasExtension(const std::string &file, const char *extension)
+{
+    return std::filesystem::path(file).extension() == extension;
+}
+
+// Empty where the show has none: the fixed pipeline transforms the corners then.
+std::string FindVertexShader(const vyr::cShowDescription &show, const std::string &fragmentFile)
+{
+    const std::string sameName =
+        std::filesystem::path(fragmentFile).replace_extension(".vs").string();
+    std::string first;
+    for (const std::string &file : show.mFiles) {
+        if (file == sameName)
+            return file;
+        if (first.empty() && HasExtension(file, ".vs"))
+            first = file;
+    }
+    return first;
 }
 } // namespace
 
-void CheckShaders(cFindings &findings)
+void CheckShaders(const vyr::cShowDescription &show, cFindings &findings)
 {
-    if (!Exists(vertexFile, findings))
+    bool hasVertexShaders = true;
+    for (const std::string &file : show.mFiles)
+        hasVertexShaders &= !HasExtension(file, ".vs") || Exists(file, findings);
+    if (!hasVertexShaders)
         return;
-    const std::vector<std::string> noise = {"time", "alpha"};
-    const std::vector<std::string> plasma = {"time", "alpha", "resolution", "flarepos",
-                                             "flaresize"};
-    CheckProgram(demo::kNoiseShaderFile, noise, findings);
-    CheckProgram(demo::kPlasmaShaderFile, plasma, findings);
+    for (const std::string &file : show.mFiles)
+        if (HasExtension(file, ".fs"))
+            CheckProgram(FindVertexShader(show, file), file, findings);
     glUseProgram(0);
 }
 } // namespace check

@@ -1,7 +1,6 @@
 #include "tools/check/CheckTracks.h"
 
 #include "base/Truncate.h"
-#include "demo/Show.h"
 #include "tools/support/Nearest.h"
 
 #include <algorithm>
@@ -12,13 +11,13 @@ namespace check
 {
 namespace
 {
-const int objectCount = 2;
-
 /// One track under test.
 struct cSubject
 {
-    std::string mName, mFile;
+    std::string mFile;
     const tools::cLoadedTrack &mLoaded;
+    int mEntryCount; ///< that it chooses from; 0 when it chooses nothing
+    double mLastRow; ///< of the show
     cFindings &mFindings;
 
     const sync_key &Key(int index) const { return mLoaded.mTrack->keys[index]; }
@@ -34,26 +33,22 @@ struct cSubject
 
 std::string Number(float value) { return Decimal(double(value), 4); }
 
-std::string Range(const std::string &name)
+std::string Range(const cSubject &subject)
 {
-    return name == demo::TrackName(demo::OBJECT_NUM)
-               ? "-1, 0 or 1"
-               : "an index below " + std::to_string(EntryCount(name)) + " (or -1 for none)";
+    return "an index below " + std::to_string(subject.mEntryCount) + " (or -1 for none)";
 }
 
-// As the show makes an index of a value; what is off is off whatever the number.
+// As a show makes an index of a value; what is off is off whatever the number.
 bool IsIndexWithin(const cSubject &subject, float value)
 {
-    const int index = vyr::TruncateToInt(double(value));
-    const bool isObject = subject.mName == demo::TrackName(demo::OBJECT_NUM);
-    return index < EntryCount(subject.mName) && (!isObject || index >= -1);
+    return vyr::TruncateToInt(double(value)) < subject.mEntryCount;
 }
 
 void CheckRow(const cSubject &subject, int key)
 {
     const int row = subject.Key(key).row;
-    if (row > int(demo::kLastRow))
-        subject.Fault(key, "expected a row up to " + std::to_string(int(demo::kLastRow)) +
+    if (row > subject.mLastRow)
+        subject.Fault(key, "expected a row up to " + Decimal(subject.mLastRow, 0) +
                                ", where the show ends");
     if (row < 0)
         subject.Warn(key, "lies before the show's first row");
@@ -72,7 +67,7 @@ void CheckPickedKey(const cSubject &subject, int key)
 {
     const float value = subject.Key(key).value;
     if (!IsIndexWithin(subject, value))
-        subject.Fault(key, "expected " + Range(subject.mName) + ", found " + Number(value));
+        subject.Fault(key, "expected " + Range(subject) + ", found " + Number(value));
     else if (value != std::floor(value))
         subject.Warn(key, "picks entry " + std::to_string(int(value)) + " by the fraction " +
                               Number(value));
@@ -89,14 +84,14 @@ void CheckPickedStep(const cSubject &subject, int key)
     const float value = sync_get_val(subject.mLoaded.mTrack, justBefore);
     if (IsIndexWithin(subject, from.value) && IsIndexWithin(subject, to.value) &&
         !IsIndexWithin(subject, value))
-        subject.Fault(key, "expected " + Range(subject.mName) + " up to the next key, found " +
-                               Number(value));
+        subject.Fault(key,
+                      "expected " + Range(subject) + " up to the next key, found " + Number(value));
     subject.Warn(key, "moves through other entries on its way to the next key: hold would not");
 }
 
 void CheckKeys(const cSubject &subject)
 {
-    const bool isPicking = EntryCount(subject.mName) > 0;
+    const bool isPicking = subject.mEntryCount > 0;
     for (int i = 0; i < subject.mLoaded.mKeyCount; i++) {
         CheckRow(subject, i);
         if (isPicking && std::isfinite(subject.Key(i).value))
@@ -109,33 +104,26 @@ void CheckKeys(const cSubject &subject)
     }
 }
 
-std::vector<std::string> ShowTracks()
+// Of the files that `track` chooses from.
+int EntryCount(const vyr::cShowDescription &show, const std::string &track)
 {
-    std::vector<std::string> names;
-    for (int i = 0; i < demo::TRACK_COUNT; i++)
-        names.push_back(demo::TrackName(demo::eTrack(i)));
-    return names;
+    for (const auto &choice : show.mChoices)
+        if (choice.mTrack == track)
+            return int(choice.mFiles.size());
+    return 0;
 }
 } // namespace
 
-int EntryCount(const std::string &name)
+void CheckTracks(const vyr::cShowDescription &show, tools::cTrackFolder &folder,
+                 cFindings &findings)
 {
-    for (demo::eTrack photo : {demo::IMAGE_LEFT, demo::IMAGE_RIGHT, demo::IMAGE_CENTER})
-        if (name == demo::TrackName(photo))
-            return demo::kPhotoCount;
-    if (name == demo::TrackName(demo::LYRICS_NUM))
-        return demo::kLyricCount;
-    return name == demo::TrackName(demo::OBJECT_NUM) ? objectCount : 0;
-}
-
-void CheckTracks(tools::cTrackFolder &folder, cFindings &findings)
-{
-    const std::vector<std::string> known = ShowTracks();
+    const std::vector<std::string> &known = show.mTracks;
     for (const std::string &name : known) {
         const tools::cLoadedTrack loaded = folder.Load(name, findings.mFaults);
         if (loaded.mTrack && loaded.mTrack->num_keys == 0)
             findings.Warn(folder.FileOf(name).string(), "", "has no keys: it is 0 everywhere");
-        CheckKeys({name, folder.FileOf(name).string(), loaded, findings});
+        CheckKeys({folder.FileOf(name).string(), loaded, EntryCount(show, name), show.mLastRow,
+                   findings});
     }
     for (const std::string &name : folder.Names())
         if (std::find(known.begin(), known.end(), name) == known.end())

@@ -1,14 +1,13 @@
 #pragma once
 
+#include "show/Show.h"
 #include "tools/check/Findings.h"
 #include "tools/support/TrackFolder.h"
 
 namespace check
 {
-/// The show's 22 track files: there, legal, within the show's rows and the tables that they pick
+/// The show's track files: there, legal, within the show's rows and the files that they choose
 /// from; and no other track files.
-void CheckTracks(tools::cTrackFolder &folder, cFindings &findings);
-
-/// How many entries there are to pick for the track called `name`; 0 when it picks none.
-int EntryCount(const std::string &name);
+void CheckTracks(const vyr::cShowDescription &show, tools::cTrackFolder &folder,
+                 cFindings &findings);
 } // namespace check

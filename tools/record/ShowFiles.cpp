@@ -8,10 +8,10 @@
 #include "tools/record/Failure.h"
 #include "tools/support/Faults.h"
 #include "tools/support/Files.h"
+#include "tools/support/ShaderSource.h"
 
 #include <epoxy/gl.h>
 
-#include <algorithm>
 #include <fstream>
 #include <iostream>
 #include <memory>
@@ -25,7 +25,6 @@ namespace
 const size_t trackHeaderBytes = 8;
 const size_t keyBytes = 9;
 const size_t maximumTrackBytes = 64 << 20;
-const size_t maximumShaderBytes = 1 << 20;
 
 void CheckReadable(const std::string &path)
 {
@@ -89,14 +88,6 @@ void WarnOfMissingTracks(const std::vector<std::string> &tracks)
         std::cerr << "vyr-record: not there, so 0 throughout: " << missing << '\n';
 }
 
-bool IsObject(const std::string &path) { return fs::path(path).extension() == ".lwo"; }
-
-bool IsShader(const std::string &path)
-{
-    const std::string extension = fs::path(path).extension().string();
-    return extension == ".vs" || extension == ".fs";
-}
-
 // Reads the object once more than the show does: there, one that can't be read is the end.
 bool IsReadableObject(const std::string &path)
 {
@@ -122,42 +113,10 @@ bool IsReadablePicture(const std::string &path)
     return id >= 0;
 }
 
-std::string TakeSource(unsigned int shader)
+std::string DescribeUnlinked(const tools::cShaderFiles &files)
 {
-    GLint length = 0;
-    glGetShaderiv(shader, GL_SHADER_SOURCE_LENGTH, &length);
-    std::string source(size_t(std::max(length, 1)), '\0');
-    glGetShaderSource(shader, length, nullptr, source.data());
-    return source.c_str(); // without the zero at its end
-}
-
-// The file that `shader` was made of; empty when it is none of the description's.
-std::string FindSourceFile(unsigned int shader, const vyr::cShowDescription &description)
-{
-    for (const std::string &file : description.mFiles) {
-        std::string bytes, ignored;
-        if (IsShader(file) && tools::ReadWhole(file, maximumShaderBytes, bytes, ignored) &&
-            TakeSource(shader) == bytes.c_str())
-            return file;
-    }
-    return "";
-}
-
-std::string DescribeUnlinked(unsigned int program, const vyr::cShowDescription &description)
-{
-    GLuint shaders[2] = {};
-    GLsizei count = 0;
-    glGetAttachedShaders(program, 2, &count, shaders);
-    std::string vertex, fragment;
-    for (GLsizei i = 0; i < count; i++) {
-        GLint type = 0;
-        glGetShaderiv(shaders[i], GL_SHADER_TYPE, &type);
-        (type == GL_VERTEX_SHADER ? vertex : fragment) = FindSourceFile(shaders[i], description);
-    }
-    if (fragment.empty() || vertex.empty())
-        return (fragment.empty() && vertex.empty() ? "a shader" : fragment + vertex) +
-               ": does not compile or link";
-    return fragment + ": does not compile or link with " + fs::path(vertex).filename().string();
+    return files.mFragment + ": does not compile or link with " +
+           fs::path(files.mVertex).filename().string();
 }
 } // namespace
 
@@ -185,13 +144,13 @@ void CheckShowFiles(const vyr::cShowDescription &description)
         CheckTrackFile(vyr::GetTrackFile(track));
     WarnOfMissingTracks(description.mTracks);
     for (const std::string &file : description.mFiles)
-        if (IsObject(file))
+        if (tools::IsObject(file))
             CheckObject(file);
         else
             CheckReadable(file);
     for (const auto &choice : description.mChoices)
         for (const std::string &file : choice.mFiles)
-            if (IsObject(file))
+            if (tools::IsObject(file))
                 CheckObject(file);
 }
 
@@ -205,7 +164,7 @@ void CheckPrograms(const vyr::cShowDescription &description)
         if (glIsProgram(program))
             glGetProgramiv(program, GL_LINK_STATUS, &isLinked);
         if (!isLinked)
-            throw cFailure(DescribeUnlinked(program, description));
+            throw cFailure(DescribeUnlinked(tools::FindShaderFiles(program, description)));
     }
 }
 
@@ -229,7 +188,7 @@ void cRowCheck::CheckChoice(const vyr::cShowDescription::cChoice &choice, double
     const std::string &file = choice.mFiles[size_t(index)];
     const auto found = mIsUsable.find(file);
     const bool isUsable = found != mIsUsable.end() ? found->second
-                          : IsObject(file)         ? true // checked before it was loaded
+                          : tools::IsObject(file)  ? true // checked before it was loaded
                                                    : IsReadablePicture(file);
     mIsUsable[file] = isUsable;
     if (!isUsable)

@@ -81,6 +81,14 @@ bool MoveToPlace(const fs::path &temporary, const fs::path &path, std::string &e
 }
 } // namespace
 
+bool IsObject(const std::string &path) { return fs::path(path).extension() == ".lwo"; }
+
+bool IsShader(const std::string &path)
+{
+    const fs::path extension = fs::path(path).extension();
+    return extension == ".vs" || extension == ".fs";
+}
+
 bool ReplaceFiles(const std::vector<cOutput> &outputs, std::string &error)
 {
     std::vector<fs::path> temporaries;

@@ -13,6 +13,11 @@ struct cOutput
     std::string mBytes;
 };
 
+/// What a file of a show is, by its name: ".lwo" is an object, ".vs" and ".fs" are shaders, the
+/// rest are pictures; some have no extension.
+bool IsObject(const std::string &path);
+bool IsShader(const std::string &path);
+
 /// Writes all `outputs`, making their folders. Each is written beside its place first and takes it
 /// only when all are complete: a reader never sees half a file, and a full disk changes nothing.
 /// False with one line in `error` when it fails.
