@@ -6,7 +6,6 @@
 #include <gtest/gtest.h>
 
 #include <csignal>
-#include <thread>
 
 namespace fs = std::filesystem;
 
@@ -40,20 +39,20 @@ protected:
     test::cProcessResult RunUntilEscape(unsigned long firstColor = 0xFFFFFF)
     {
         const auto program = Start();
-        EXPECT_TRUE(mScreen.WaitForWindow("Demo"));
-        EXPECT_TRUE(BecomesColor(firstColor));
+        EXPECT_TRUE(mScreen.WaitForWindow("Demo", *program));
+        EXPECT_TRUE(BecomesColor(firstColor, *program));
         mScreen.PressEscape();
         return program->Wait();
     }
 
-    bool BecomesColor(unsigned long color)
+    bool BecomesColor(unsigned long color, test::cProcess &program)
     {
-        for (int i = 0; i < 6000; i++) {
-            if (mScreen.Pixel(640, 600) == color)
-                return true;
-            std::this_thread::sleep_for(std::chrono::milliseconds(10));
-        }
-        return false;
+        bool hasColor = false;
+        test::WaitUntil([&] {
+            hasColor = mScreen.Pixel(640, 600) == color;
+            return hasColor || !program.IsRunning();
+        });
+        return hasColor;
     }
 
     static inline test::cTemporaryFolder *sFixture = nullptr;
@@ -64,10 +63,10 @@ protected:
 TEST_F(Program, PlaysFullScreenUntilEscape)
 {
     const auto program = Start();
-    ASSERT_TRUE(mScreen.WaitForWindow("Demo"));
+    ASSERT_TRUE(mScreen.WaitForWindow("Demo", *program));
     EXPECT_EQ(mScreen.Width(), 1280);
     EXPECT_EQ(mScreen.Height(), 720);
-    EXPECT_TRUE(BecomesColor(0xFFFFFF)); // the fixture's frames are white
+    EXPECT_TRUE(BecomesColor(0xFFFFFF, *program)); // the fixture's frames are white
     EXPECT_TRUE(mScreen.HidesPointer());
     mScreen.PressEscape();
     const test::cProcessResult result = program->Wait();
@@ -75,23 +74,11 @@ TEST_F(Program, PlaysFullScreenUntilEscape)
     EXPECT_EQ(result.mOutput, "");
 }
 
-// The fixture's music ends after three seconds: from then on nothing is drawn, and nothing ends.
-TEST_F(Program, IdlesAfterTheMusicAndStillSeesEscape)
-{
-    const auto program = Start();
-    ASSERT_TRUE(mScreen.WaitForWindow("Demo"));
-    std::this_thread::sleep_for(std::chrono::milliseconds(5000));
-    EXPECT_TRUE(program->IsRunning());
-    EXPECT_EQ(mScreen.Pixel(640, 600), 0xFFFFFFu); // the last frame stays
-    mScreen.PressEscape();
-    EXPECT_EQ(program->Wait().mStatus, 0);
-}
-
 TEST_F(Program, IgnoresCloseRequests)
 {
     const auto program = Start();
-    ASSERT_TRUE(mScreen.WaitForWindow("Demo"));
-    EXPECT_TRUE(BecomesColor(0xFFFFFF));
+    ASSERT_TRUE(mScreen.WaitForWindow("Demo", *program));
+    EXPECT_TRUE(BecomesColor(0xFFFFFF, *program));
     mScreen.RequestClose();
     for (int pass = 0; pass < 10; pass++)
         EXPECT_TRUE(mScreen.AnswersPing()) << pass; // it has seen the request, and looks again
@@ -185,6 +172,19 @@ TEST_F(ScriptedProgram, RefusesAnOldVersion)
     EXPECT_EQ(result.mStatus, 255);
     EXPECT_EQ(result.mOutput, "Error!  You are using an old version of FMOD 00044205.  This "
                               "program requires 00044206\n");
+}
+
+// As when the music ends before the last row: nothing is drawn any more, and nothing ends.
+TEST_F(ScriptedProgram, IdlesWhenTheRowMovesNoMoreAndStillSeesEscape)
+{
+    test::cProcess program({VYR_SCRIPTED_DEMO}, mFolder, {"VYR_TEST_ROWS=10,stay"});
+    ASSERT_TRUE(mScreen.WaitForWindow("Demo", program));
+    EXPECT_TRUE(BecomesColor(0xFFFFFF, program));
+    for (int pass = 0; pass < 100; pass++)
+        EXPECT_TRUE(mScreen.AnswersPing()) << pass;
+    EXPECT_EQ(mScreen.Pixel(640, 600), 0xFFFFFFu); // the last frame stays
+    mScreen.PressEscape();
+    EXPECT_EQ(program.Wait().mStatus, 0);
 }
 
 // What can't be read leaves the position before, so the row does not move.

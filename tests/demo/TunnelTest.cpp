@@ -75,6 +75,17 @@ TEST_F(TunnelEffect, NextCallStartsWhereThisOneEnded)
     EXPECT_FLOAT_EQ(NearestDepthAfter(1234.75f), -0.75f + 0.5f);
 }
 
+// The farthest slice lies at 2^23: half a step nearer is a number of its own, half a step farther is
+// not.
+TEST_F(TunnelEffect, HasTenSlicesAsLongAsAStepNearerIsANumber)
+{
+    Anchor(-8388603.0f);
+    const std::vector<float> depths = SliceDepths(0);
+    EXPECT_EQ(depths.size(), 10u);
+    EXPECT_EQ(depths.front(), 8388608.0f);
+    EXPECT_EQ(depths.back(), 8388603.5f);
+}
+
 TEST_F(TunnelEffect, NegativePositionsMoveTheWholeTunnelAway)
 {
     Anchor(-3.0f);

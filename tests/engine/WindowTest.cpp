@@ -6,9 +6,6 @@
 #include <epoxy/gl.h>
 #include <gtest/gtest.h>
 
-#include <chrono>
-#include <thread>
-
 namespace
 {
 // A real window on a real display of 1280 by 720.
@@ -27,12 +24,7 @@ protected:
     // Passes that draw nothing, until Update answers `expected`.
     bool UpdateBecomes(bool expected)
     {
-        for (int i = 0; i < 500; i++) {
-            if (mRenderer.Update() == expected)
-                return true;
-            std::this_thread::sleep_for(std::chrono::milliseconds(2));
-        }
-        return false;
+        return test::WaitUntil([&] { return mRenderer.Update() == expected; });
     }
 
     int Bits(GLenum name)

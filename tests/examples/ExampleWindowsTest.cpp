@@ -1,13 +1,11 @@
 #include "tests/support/Process.h"
+#include "tests/support/Screen.h"
 #include "tests/support/TestFiles.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <chrono>
-#include <csignal>
 #include <filesystem>
-#include <thread>
 
 namespace
 {
@@ -15,30 +13,34 @@ namespace
 class ExampleWindow : public testing::TestWithParam<const char *>
 {
 protected:
-    // Runs it for a while, then ends it.
-    test::cProcessResult RunFor(int seconds)
-    {
-        const std::string program = std::string(VYR_BINARY_DIR "/examples/example-") + GetParam();
-        test::cProcess example({program}, mFolder.Path());
-        std::this_thread::sleep_for(std::chrono::seconds(seconds));
-        EXPECT_TRUE(example.IsRunning());
-        example.Signal(SIGTERM);
-        return example.Wait();
-    }
-
     test::cTemporaryFolder mFolder;
 };
 
+// "Text from a bitmap font. Escape ends it."
+std::string TitleOf(const std::string &output)
+{
+    const size_t end = output.rfind(". Escape ends it.");
+    const size_t line = output.rfind('\n', end);
+    const size_t start = line == std::string::npos ? 0 : line + 1;
+    return output.substr(start, end - start);
+}
+
 TEST_P(ExampleWindow, OpensAndRunsUntilItIsEnded)
 {
-    test::cProcessResult result;
-    for (int seconds : {2, 10, 40}) { // a busy machine takes longer to load everything
-        result = RunFor(seconds);
-        ASSERT_EQ(result.mSignal, SIGTERM) << result.mErrors;
-        if (result.mOutput.find("Escape ends it.") != std::string::npos)
-            return;
-    }
-    FAIL() << result.mOutput << result.mErrors;
+    const std::string program = std::string(VYR_BINARY_DIR "/examples/example-") + GetParam();
+    test::cProcess example({program}, mFolder.Path());
+    test::WaitUntil([&] {
+        return example.GetOutput().find("Escape ends it.") != std::string::npos ||
+               !example.IsRunning();
+    });
+    test::cScreen screen;
+    ASSERT_TRUE(example.IsRunning()) << example.Wait().mErrors;
+    ASSERT_TRUE(screen.WaitForWindow(TitleOf(example.GetOutput()), example));
+    for (int pass = 0; pass < 10; pass++)
+        EXPECT_TRUE(screen.AnswersPing()) << pass;
+    screen.PressEscape();
+    const test::cProcessResult result = example.Wait();
+    EXPECT_EQ(result.mStatus, 0) << result.mErrors;
 }
 
 std::string NameOf(const testing::TestParamInfo<const char *> &info)

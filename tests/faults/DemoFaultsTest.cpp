@@ -11,7 +11,6 @@
 
 #include <csignal>
 #include <limits>
-#include <thread>
 
 namespace fs = std::filesystem;
 using faults::cFault;
@@ -81,7 +80,7 @@ protected:
     {
         test::cProcess program({VYR_SCRIPTED_DEMO}, sFolder->Path(),
                                {"VYR_TEST_ROWS=0,10,2000,3624"});
-        return program.Wait(faults::LongestSeconds());
+        return program.Wait();
     }
 
     static bool HasPlayed(const test::cProcessResult &result)
@@ -206,13 +205,9 @@ test::cProcessResult PlayWithEscape(const fs::path &folder)
 {
     test::cScreen screen;
     test::cProcess program({VYR_DEMO}, folder);
-    if (screen.WaitForWindow("Demo")) {
-        for (int i = 0; i < 150 && program.IsRunning(); i++)
-            std::this_thread::sleep_for(std::chrono::milliseconds(10));
-        if (program.IsRunning())
-            screen.PressEscape();
-    }
-    return program.Wait(faults::LongestSeconds());
+    if (screen.WaitForWindow("Demo", program) && screen.AnswersPing())
+        screen.PressEscape();
+    return program.Wait();
 }
 
 const char *SoundErrorOf(cFault::eKind kind)
@@ -246,8 +241,9 @@ TEST_F(DemoFaults, MusicEndsTheShowWithTheSoundLibrarysError)
 // One line, and nothing after it that speaks of something else.
 TEST_F(DemoFaults, WithoutADisplayItSaysSoAndEnds)
 {
-    test::cProcess program({VYR_SCRIPTED_DEMO}, sFolder->Path(), {"DISPLAY=:nowhere", "WAYLAND_DISPLAY="});
-    const test::cProcessResult result = program.Wait(faults::LongestSeconds());
+    test::cProcess program({VYR_SCRIPTED_DEMO}, sFolder->Path(),
+                           {"DISPLAY=:nowhere", "WAYLAND_DISPLAY="});
+    const test::cProcessResult result = program.Wait();
     EXPECT_EQ(result.mStatus, 255);
     EXPECT_EQ(result.mErrors, "window: X11: Failed to open display :nowhere\n");
     EXPECT_EQ(result.mOutput, "");
@@ -260,7 +256,7 @@ TEST_F(DemoFaults, WithoutOpenGL2OrFramebuffersItNamesTheCallAndStops)
          {"MESA_GL_VERSION_OVERRIDE=1.4",
           "MESA_EXTENSION_OVERRIDE=-GL_EXT_framebuffer_object -GL_ARB_framebuffer_object"}) {
         test::cProcess program({VYR_SCRIPTED_DEMO}, sFolder->Path(), {lack});
-        const test::cProcessResult result = program.Wait(faults::LongestSeconds());
+        const test::cProcessResult result = program.Wait();
         EXPECT_EQ(result.mSignal, SIGABRT) << lack;
         EXPECT_NE(result.mErrors.find("No provider of gl"), std::string::npos) << lack << "\n"
                                                                                << result.mErrors;

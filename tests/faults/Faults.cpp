@@ -35,8 +35,6 @@ std::string cFault::Name() const
 
 bool WantsAll() { return std::getenv("VYR_ALL_FAULTS"); }
 
-double LongestSeconds() { return WantsAll() ? 10.0 : 60.0; }
-
 std::vector<cFault> List()
 {
     std::vector<cFault> list = {

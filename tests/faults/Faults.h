@@ -30,9 +30,6 @@ std::vector<cFault> List();
 
 bool WantsAll(); ///< VYR_ALL_FAULTS is set
 
-/// What runs for longer hangs: ten seconds, and more where other tests run beside it.
-double LongestSeconds();
-
 /// A file with a fault, as long as this lives; good again afterwards.
 class cFaultyFile
 {

@@ -24,7 +24,7 @@ protected:
         test::cProcess program({VYR_SCRIPTED_DEMO}, mFolder.Path(),
                                {"VYR_TEST_ROWS=0,10,3624", "LD_PRELOAD=" VYR_SHORT_MEMORY,
                                 "VYR_SHORT_AT=" + std::to_string(allocation)});
-        return program.Wait(faults::LongestSeconds());
+        return program.Wait();
     }
 
     test::cTemporaryFolder mFolder;

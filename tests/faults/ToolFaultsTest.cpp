@@ -38,7 +38,7 @@ protected:
     static cProcessResult Run(const std::vector<std::string> &command)
     {
         test::cProcess program(command, sFolder->Path());
-        return program.Wait(faults::LongestSeconds());
+        return program.Wait();
     }
 
     static bool IsOneLine(const std::string &text)

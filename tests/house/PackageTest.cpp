@@ -37,9 +37,9 @@ protected:
     {
         test::cScreen screen;
         test::cProcess program({launcher.string()}, "/");
-        ASSERT_TRUE(screen.WaitForWindow("Demo", 30.0));
+        ASSERT_TRUE(screen.WaitForWindow("Demo", program));
         screen.PressEscape();
-        const test::cProcessResult result = program.Wait(20.0);
+        const test::cProcessResult result = program.Wait();
         screen.ReleaseEscape();
         EXPECT_EQ(result.mStatus, 0) << house::Transcript(result);
     }

@@ -35,9 +35,8 @@ protected:
     static void EndNextWindow(test::cProcess &process)
     {
         test::cScreen screen;
-        while (!screen.WaitForWindow("Demo", 0.1))
-            if (!process.IsRunning())
-                return; // with a fault, which is reported at the end
+        if (!screen.WaitForWindow("Demo", process))
+            return; // it ended with a fault, which is reported at the end
         screen.PressEscape();
         while (screen.WaitForWindow("Demo", 0.0))
             continue;
@@ -45,7 +44,7 @@ protected:
 
     static void ExpectGood(test::cProcess &process)
     {
-        const test::cProcessResult result = process.Wait(250.0);
+        const test::cProcessResult result = process.Wait(3 * test::hangSeconds);
         EXPECT_EQ(result.mStatus, 0) << house::Transcript(result);
     }
 

@@ -9,7 +9,7 @@ namespace house
 {
 /// Runs `commands` as a person would type them, in bash; the first that fails ends it.
 test::cProcessResult Shell(const std::string &commands, const std::filesystem::path &folder,
-                           double seconds = 120.0);
+                           double seconds = test::hangSeconds);
 
 /// What there is to read when commands went wrong: all that they printed.
 std::string Transcript(const test::cProcessResult &result);

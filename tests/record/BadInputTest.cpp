@@ -5,10 +5,9 @@
 
 #include <gmock/gmock.h>
 
-#include <chrono>
 #include <csignal>
 #include <fstream>
-#include <thread>
+#include <functional>
 
 #include <sys/stat.h>
 #include <unistd.h>
@@ -263,16 +262,25 @@ TEST_F(NoRoom, ForTheLastBytesIsSaidAndLeavesNothing)
 class Interrupting : public BadInput
 {
 protected:
-    // Starts to record for long and interrupts when a good part of a second of video is written.
-    static test::cProcessResult RecordAndInterrupt(const tWords &words, int signal)
+    // Starts to record for long, and interrupts when it `has begun`.
+    static test::cProcessResult RecordAndInterrupt(const tWords &words, int signal,
+                                                   const std::function<bool()> &hasBegun)
     {
         test::cProcess process(Command(words), Folder());
-        std::this_thread::sleep_for(std::chrono::milliseconds(1500));
-        for (int i = 0; i < 500 && process.IsRunning() && CountHidden() == 0; i++)
-            std::this_thread::sleep_for(std::chrono::milliseconds(20));
-        std::this_thread::sleep_for(std::chrono::milliseconds(1500));
+        test::WaitUntil([&] { return hasBegun() || !process.IsRunning(); });
         process.Signal(signal);
-        return process.Wait(60.0);
+        return process.Wait();
+    }
+
+    // Into a file whose name begins so.
+    static bool HasWritten(const std::string &start)
+    {
+        for (const std::string &name : Files()) {
+            std::error_code gone;
+            if (name.starts_with(start) && fs::file_size(Folder() / name, gone) > 0 && !gone)
+                return true;
+        }
+        return false;
     }
 
     static long CountHidden()
@@ -285,8 +293,9 @@ protected:
 
 TEST_F(Interrupting, LeavesAPlayableFileAndSaysSo)
 {
-    const test::cProcessResult result =
-        RecordAndInterrupt({"--size", "320x180", "-o", "cut.mp4", "--manifest", "cut.txt"}, SIGINT);
+    const test::cProcessResult result = RecordAndInterrupt(
+        {"--size", "320x180", "-o", "cut.mp4", "--manifest", "cut.txt"}, SIGINT,
+        [] { return HasWritten(".cut.mp4.pictures.") && HasWritten(".cut.txt."); });
     EXPECT_EQ(result.mStatus, 130);
     EXPECT_THAT(result.mErrors,
                 testing::MatchesRegex("vyr-record: interrupted: .*/cut.mp4 holds the first [0-9]+ "
@@ -304,7 +313,8 @@ TEST_F(Interrupting, LeavesAPlayableFileAndSaysSo)
 TEST_F(Interrupting, LeavesNoHalfPicture)
 {
     const test::cProcessResult result =
-        RecordAndInterrupt({"--sheet", "--every", "0.25", "-o", "sheet.png"}, SIGTERM);
+        RecordAndInterrupt({"--sheet", "--every", "0.25", "-o", "sheet.png"}, SIGTERM,
+                           [] { return CountHidden() > 0; });
     EXPECT_EQ(result.mStatus, 130);
     EXPECT_FALSE(Exists("sheet.png"));
     EXPECT_EQ(CountHidden(), 0);

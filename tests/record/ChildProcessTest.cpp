@@ -1,10 +1,8 @@
 #include "tools/record/ChildProcess.h"
+#include "tests/support/Wait.h"
 #include "tools/record/Failure.h"
 
 #include <gmock/gmock.h>
-
-#include <chrono>
-#include <thread>
 
 using record::cChildProcess;
 using record::cFailure;
@@ -14,15 +12,17 @@ namespace
 // Asks again and again, as a recording does with each frame, until there is something to say.
 std::string FirstComplaint(cChildProcess &program)
 {
-    for (int i = 0; i < 5000; i++) {
+    std::string complaint = "none";
+    test::WaitUntil([&] {
         try {
             program.Check();
+            return false;
         } catch (const cFailure &failure) {
-            return failure.what();
+            complaint = failure.what();
+            return true;
         }
-        std::this_thread::sleep_for(std::chrono::milliseconds(2));
-    }
-    return "none";
+    });
+    return complaint;
 }
 
 TEST(ChildProcess, IsAskedWhileItRunsWithoutWaiting)

@@ -3,7 +3,9 @@
 
 #include <gtest/gtest.h>
 
-#include <chrono>
+#include <future>
+#include <memory>
+#include <thread>
 
 using record::cDrawnFrame;
 using record::cFrameSink;
@@ -11,7 +13,7 @@ using record::cFrameWriter;
 
 namespace
 {
-/// Notes what it gets, slowly, and fails at a frame of its choosing.
+/// Notes what it gets, and fails at a frame of its choosing.
 class cNotingSink : public cFrameSink
 {
 public:
@@ -19,7 +21,6 @@ public:
 
     void Take(const cDrawnFrame &frame) override
     {
-        std::this_thread::sleep_for(std::chrono::microseconds(200));
         if (frame.mFrame == mFailsAt)
             throw record::cFailure("full");
         mFrames.push_back(frame.mFrame);
@@ -71,13 +72,34 @@ TEST(FrameWriter, StopsTheDrawingWhenASinkFailsAndSaysWhy)
     EXPECT_EQ(sink.mFrames.size(), 5u);
 }
 
+/// Takes its first frame for as long as it is told to.
+class cWaitingSink : public cNotingSink
+{
+public:
+    void Take(const cDrawnFrame &frame) override
+    {
+        mHasBegun.set_value();
+        mMayGoOn.get_future().wait();
+        cNotingSink::Take(frame);
+    }
+
+    std::promise<void> mHasBegun, mMayGoOn;
+};
+
+// Three frames, of which one is with the sink: it is taken to its end, and the two behind it are
+// dropped.
 TEST(FrameWriter, CanBeGivenUpWithFramesUnderWay)
 {
-    cNotingSink sink;
-    {
-        cFrameWriter writer({&sink}, 2, 2);
-        EXPECT_TRUE(Give(writer, 3));
-    }
-    EXPECT_LE(sink.mFrames.size(), 3u);
+    cWaitingSink sink;
+    auto writer = std::make_unique<cFrameWriter>(std::vector<cFrameSink *>{&sink}, 2, 2);
+    EXPECT_TRUE(Give(*writer, 3));
+    sink.mHasBegun.get_future().wait();
+    cFrameWriter &ending = *writer;
+    std::thread giver([&] { writer.reset(); });
+    while (ending.Claim()) // until it is given up; it waits for its sink then
+        std::this_thread::yield();
+    sink.mMayGoOn.set_value();
+    giver.join();
+    EXPECT_EQ(sink.mFrames, std::vector<int64_t>{0});
 }
 } // namespace

@@ -2,11 +2,9 @@
 
 #include "tests/support/TestFiles.h"
 
-#include <chrono>
 #include <csignal>
 #include <cstdlib>
 #include <stdexcept>
-#include <thread>
 
 #include <fcntl.h>
 #include <sys/wait.h>
@@ -82,13 +80,11 @@ bool cProcess::IsRunning()
 
 void cProcess::Signal(int signal) const { kill(mId, signal); }
 
+std::string cProcess::GetOutput() const { return ReadFile(mOutputFile); }
+
 cProcessResult cProcess::Wait(double seconds)
 {
-    using Clock = std::chrono::steady_clock;
-    const auto end = Clock::now() + std::chrono::duration<double>(seconds);
-    while (IsRunning() && Clock::now() < end)
-        std::this_thread::sleep_for(std::chrono::milliseconds(2));
-
+    WaitUntil([this] { return !IsRunning(); }, seconds);
     cProcessResult result;
     if (IsRunning()) {
         result.mTimedOut = true;
@@ -108,6 +104,6 @@ cProcessResult cProcess::Wait(double seconds)
 cProcessResult Run(const std::vector<std::string> &command, const fs::path &folder,
                    const std::vector<std::string> &environment)
 {
-    return cProcess(command, folder, environment).Wait(60.0);
+    return cProcess(command, folder, environment).Wait();
 }
 } // namespace test

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "tests/support/Wait.h"
+
 #include <filesystem>
 #include <string>
 #include <vector>
@@ -31,8 +33,9 @@ public:
     pid_t Id() const { return mId; }
     bool IsRunning();
     void Signal(int signal) const;
+    std::string GetOutput() const; ///< what it has printed by now
     /// Waits for its end; after `seconds` it is killed and counts as timed out.
-    cProcessResult Wait(double seconds = 60.0);
+    cProcessResult Wait(double seconds = hangSeconds);
 
 private:
     pid_t mId = -1;

@@ -1,5 +1,7 @@
 #include "tests/support/Screen.h"
 
+#include "tests/support/Wait.h"
+
 #include <algorithm>
 #include <chrono>
 #include <stdexcept>
@@ -48,21 +50,7 @@ XWindowAttributes AttributesOf(void *display, Window window)
     return attributes;
 }
 
-const double hangSeconds = 600; // on the busiest machine
-const long fromPager = 2;       // a window manager may refuse programs what it grants the user
-
-template <typename Condition>
-bool WaitUntil(double seconds, const Condition &holds)
-{
-    using Clock = std::chrono::steady_clock;
-    const auto end = Clock::now() + std::chrono::duration<double>(seconds);
-    do {
-        if (holds())
-            return true;
-        std::this_thread::sleep_for(std::chrono::milliseconds(10));
-    } while (Clock::now() < end);
-    return false;
-}
+const long fromPager = 2; // a window manager may refuse programs what it grants the user
 
 // Windows come and go while a test looks for them.
 int IgnoreError(Display *, XErrorEvent *) { return 0; }
@@ -79,10 +67,18 @@ cScreen::~cScreen() { XCloseDisplay(AsDisplay(mDisplay)); }
 
 bool cScreen::WaitForWindow(const std::string &title, double seconds)
 {
-    return WaitUntil(seconds, [&] {
+    const auto isFound = [&] {
         mWindow = FindWindow(AsDisplay(mDisplay), DefaultRootWindow(AsDisplay(mDisplay)), title);
         return mWindow && IsShown();
-    });
+    };
+    return WaitUntil(isFound, seconds);
+}
+
+bool cScreen::WaitForWindow(const std::string &title, cProcess &program)
+{
+    bool isFound = false;
+    WaitUntil([&] { return (isFound = WaitForWindow(title, 0.0)) || !program.IsRunning(); });
+    return isFound;
 }
 
 int cScreen::Width() const { return AttributesOf(mDisplay, mWindow).width; }
@@ -133,7 +129,7 @@ bool cScreen::AnswersPing() const
     SendProtocol("_NET_WM_PING");
     const Atom ping = XInternAtom(display, "_NET_WM_PING", False);
     bool hasAnswered = false;
-    WaitUntil(hangSeconds, [&] {
+    WaitUntil([&] {
         XEvent event;
         while (!hasAnswered && XCheckTypedEvent(display, ClientMessage, &event))
             hasAnswered = Atom(event.xclient.data.l[0]) == ping;
@@ -158,11 +154,11 @@ bool cScreen::HidesPointer() const
     return isHidden;
 }
 
-bool cScreen::WaitForWindowManager(double seconds) const
+bool cScreen::WaitForWindowManager() const
 {
     Display *display = AsDisplay(mDisplay);
     const Atom managed = XInternAtom(display, "_NET_SUPPORTING_WM_CHECK", False);
-    return WaitUntil(seconds, [&] {
+    return WaitUntil([&] {
         Atom type = None;
         int format = 0;
         unsigned long count = 0, rest = 0;

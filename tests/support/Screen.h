@@ -1,5 +1,7 @@
 #pragma once
 
+#include "tests/support/Process.h"
+
 #include <string>
 
 namespace test
@@ -15,7 +17,9 @@ public:
     cScreen &operator=(const cScreen &) = delete;
 
     /// Waits for a window with this title; false when none appears within `seconds`.
-    bool WaitForWindow(const std::string &title, double seconds = 60.0);
+    bool WaitForWindow(const std::string &title, double seconds = hangSeconds);
+    /// The same; false too when `program` ends without one.
+    bool WaitForWindow(const std::string &title, cProcess &program);
 
     // Of the window found last:
     int Width() const;
@@ -33,7 +37,7 @@ public:
     unsigned long Pixel(int x, int y) const;
 
     /// Waits for a window manager to look after the display; false when none does.
-    bool WaitForWindowManager(double seconds = 10.0) const;
+    bool WaitForWindowManager() const;
     // Through it, as the user's task bar does:
     void Minimise() const;
     void Activate() const; ///< shows it again, in front, with the keyboard

@@ -7,6 +7,8 @@
 #include <gtest/gtest.h>
 #include <tinyxml.h>
 
+#include <sstream>
+
 using testing::HasSubstr;
 using testing::Not;
 
@@ -32,6 +34,24 @@ size_t Count(const std::string &text, const std::string &part)
     for (size_t at = text.find(part); at != std::string::npos; at = text.find(part, at + 1))
         count++;
     return count;
+}
+
+// How high the drawn curve, the page's only line of several points, is at `x`.
+double DrawnY(const std::string &page, double x)
+{
+    const std::string start = " points=\"";
+    const size_t at = page.find(start, page.find("<polyline"));
+    std::istringstream points(page.substr(at + start.size()));
+    double fromX = 0, fromY = 0, toX = 0, toY = 0;
+    char comma = 0;
+    while (points >> toX >> comma >> toY) {
+        if (toX >= x && toX > fromX)
+            return fromY + (toY - fromY) * (x - fromX) / (toX - fromX);
+        fromX = toX;
+        fromY = toY;
+    }
+    ADD_FAILURE() << "no curve at " << x << " in " << page;
+    return 0;
 }
 
 // 132 beats a minute, 8 rows a beat, 4 beats a bar, up to row 3624.
@@ -90,9 +110,13 @@ TEST(Plotter, KeysShowTheirInterpolationAndCurvesTheirShape)
     EXPECT_EQ(Count(page, "<polygon"), 5u); // a mark a key
     // Value 3 at the top (y 0), 0 at the bottom (y 90): the hold is a step, 0 up to row 100.
     EXPECT_THAT(page, HasSubstr("points=\"0,90 0,90 100,90 100,60 200,30 "));
-    // Smoothstep from 2 to 3 is at 2.5 halfway; quadratic falls from 3 by a quarter of 3 halfway.
-    EXPECT_NEAR(lane.Y(double(sync_get_val(&track.mTrack, 250))), 15.0, 1e-6);
-    EXPECT_NEAR(lane.Y(double(sync_get_val(&track.mTrack, 350))), 22.5, 1e-6);
+    // 30 pixels are 1. Linear is at 1.5 halfway. Smoothstep from 2 to 3 has gone 5/32 of the way at
+    // a quarter of it, 1/2 at half of it; quadratic falls from 3 by a quarter of 3 halfway. Between
+    // its corners, 3 pixels apart, a drawn curve may leave the true one by a tenth of a pixel.
+    EXPECT_NEAR(DrawnY(page, 150), 90.0 - 30.0 * 1.5, 1e-6);
+    EXPECT_NEAR(DrawnY(page, 225), 90.0 - 30.0 * (2.0 + 5.0 / 32.0), 0.1);
+    EXPECT_NEAR(DrawnY(page, 250), 90.0 - 30.0 * 2.5, 0.1);
+    EXPECT_NEAR(DrawnY(page, 350), 90.0 - 30.0 * (3.0 - 0.75), 0.1);
 }
 
 TEST(Plotter, OneTrackHasItsPageWithTheValueOfEveryKey)
