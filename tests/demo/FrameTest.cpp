@@ -175,22 +175,86 @@ TEST_F(Frame, DrawsItsLayersBackToFront)
     Set(IMAGE_RIGHT, 2);
     Set(IMAGE_CENTER, 3);
     Set(LYRICS_NUM, 4);
+    Set(FADE_BG_WHITE, 0.25f);
+    Set(FADE_FG_BLACK, 0.75f);
     const cAssets &assets = mShow.mAssets;
     const test::cOpenGLLog log;
     DrawFrame(mShow, 5.0, 0.0);
     std::vector<std::string> order;
+    const std::string object = "glDrawElements 3";
+    const std::string white = "glColor4f 1 1 1 0.25", darkness = "glColor4f 0 0 0 0.75";
     const std::string plasma = "glUseProgram " + std::to_string(assets.mPlasmaProgram);
     const std::string noise = "glUseProgram " + std::to_string(assets.mNoiseProgram);
     for (const std::string &line : log.Lines())
         if (line.starts_with("glBindTexture") || line.starts_with("glUseProgram") ||
-            line.starts_with("glClear"))
+            line.starts_with("glClear") || line == object || line == white || line == darkness)
             order.push_back(line);
     order.erase(std::unique(order.begin(), order.end()), order.end());
-    EXPECT_EQ(order, (std::vector<std::string>{"glClear 16640", plasma, "glUseProgram 0",
-                                               Bind(assets.mTunnelTexture), Bind(assets.mPhotos[1]),
-                                               Bind(assets.mPhotos[2]), Bind(assets.mPhotos[3]),
-                                               Bind(assets.mLyrics[4]), noise, "glUseProgram 0",
-                                               Bind(assets.mLogo), Bind(assets.mVignette)}));
+    EXPECT_EQ(order, (std::vector<std::string>{
+                         "glClear 16640", plasma, "glUseProgram 0", Bind(assets.mTunnelTexture),
+                         Bind(assets.mPhotos[1]), Bind(assets.mPhotos[2]), Bind(assets.mPhotos[3]),
+                         Bind(assets.mLyrics[4]), object, noise, "glUseProgram 0",
+                         Bind(assets.mLogo), white, Bind(assets.mVignette), darkness}));
+}
+
+// All layers at once, each over the whole screen and in a colour of its own. The uppermost is seen;
+// taken away, it shows the next one.
+class Stack : public Frame
+{
+protected:
+    Stack()
+    {
+        const cAssets &assets = mShow.mAssets;
+        for (int texture : {assets.mPhotos[1], assets.mPhotos[2], assets.mPhotos[3],
+                            assets.mLyrics[4], assets.mLogo, assets.mVignette})
+            Stretch(texture);
+        for (int i = 0; i < TRACK_COUNT; i++)
+            Set(eTrack(i), 1.0f);
+        Set(IMAGE_RIGHT, 2);
+        Set(IMAGE_CENTER, 3);
+        Set(LYRICS_NUM, 4);
+        for (eTrack place : {LYRICS_X, LYRICS_Y, OBJECT_X, OBJECT_Y, FLARE_X, FLARE_Y, FLARE_SIZE})
+            Set(place, 0);
+        Set(OBJECT_Z, -4);
+    }
+
+    void Stretch(int texture)
+    {
+        mTextures.GetTexture(texture).mSize = {kDesignWidth, kDesignHeight};
+    }
+
+    tPixel Seen() { return Draw().At(640, 400); }
+};
+
+TEST_F(Stack, EachLayerCoversThoseThatComeBeforeIt)
+{
+    const auto off = [this](eTrack track) { Set(track, Rest(track)); };
+    EXPECT_EQ(Seen(), black);
+    off(FADE_FG_BLACK);
+    EXPECT_EQ(Seen(), (tPixel{9, 9, 9, 255})) << "the vignette";
+    mShow.mAssets.mVignette = MakeTexture(1, 1, tPixel{0, 0, 0, 0});
+    EXPECT_EQ(Seen(), (tPixel{255, 255, 255, 255})) << "the white fade";
+    off(FADE_BG_WHITE);
+    EXPECT_EQ(Seen(), (tPixel{0, 0, 255, 255})) << "the logo";
+    off(IMAGE_ZEMLOGO);
+    EXPECT_EQ(Seen(), (tPixel{0, 255, 0, 255})) << "the noise";
+    off(FADE_FG_NOISE);
+    EXPECT_EQ(Seen(), (tPixel{0, 255, 255, 255})) << "the object";
+    off(OBJECT_NUM);
+    EXPECT_EQ(Seen(), (tPixel{0, 104, 0, 255})) << "the words";
+    off(LYRICS_NUM);
+    EXPECT_EQ(Seen(), (tPixel{103, 0, 0, 255})) << "the centre photo";
+    off(IMAGE_CENTER);
+    EXPECT_EQ(Seen(), (tPixel{102, 0, 0, 255})) << "the right photo";
+    off(IMAGE_RIGHT);
+    EXPECT_EQ(Seen(), (tPixel{101, 0, 0, 255})) << "the left photo";
+    off(IMAGE_LEFT);
+    const tPixel tunnel = Seen();
+    EXPECT_GT(tunnel[0], 0) << "the tunnel's magenta, over a plasma that has no red";
+    off(TUNNEL_TEXTURE);
+    EXPECT_EQ(Seen(), (tPixel{0, 128, 0, 255})) << "the plasma";
+    off(FADE_PLASMA);
+    EXPECT_EQ(Seen(), black);
 }
 
 TEST_F(Frame, PictureTracksAreTruncatedTowardZero)

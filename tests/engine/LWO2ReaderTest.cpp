@@ -130,6 +130,21 @@ TEST_F(LWO2, PolygonsOfAnotherTypeEndTheFile)
     EXPECT_TRUE(object->mSurfaces.empty());
 }
 
+TEST_F(LWO2, MapsReachTheFirstVertexAndTheFirstPolygon)
+{
+    const std::string mesh = Points({{0, 0}, {1, 0}, {0, 1}}) + Faces({{0, 1, 2}});
+    const std::string head = "TXUV" + U2(2) + S0("uv");
+    const auto mapped = ReadChunks(mesh + Chunk("VMAP", head + U2(0) + F4(0.25f) + F4(0.5f)));
+    ASSERT_NE(mapped, nullptr);
+    EXPECT_EQ(mapped->mVertices[0].mTexCoord[0], 0.25f);
+    EXPECT_EQ(mapped->mVertices[0].mTexCoord[1], 0.5f);
+    const auto split =
+        ReadChunks(mesh + Chunk("VMAD", head + U2(0) + U2(0) + F4(0.25f) + F4(0.5f)));
+    ASSERT_NE(split, nullptr);
+    EXPECT_EQ(split->mPolygons[0].mIndices, (std::vector<int>{3, 1, 2}));
+    EXPECT_EQ(split->mVertices[3].mTexCoord[1], 0.5f);
+}
+
 TEST_F(LWO2, VertexMapSetsTextureCoordinates)
 {
     const std::string map = "TXUV" + U2(2) + S0("uv") + U2(1) + F4(0.25f) + F4(0.5f) + "\xFF" +

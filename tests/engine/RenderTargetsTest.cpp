@@ -1,4 +1,5 @@
 #include "tests/support/OffscreenTest.h"
+#include "tests/support/OpenGLLog.h"
 
 #include <epoxy/gl.h>
 
@@ -49,6 +50,19 @@ TEST_F(RenderTargets, DrawIntoTheirTexture)
     mRenderer.DestroyFBO(fbo);
     EXPECT_FALSE(glIsFramebufferEXT(fbo));
     EXPECT_TRUE(glIsTexture(mTextures.GetTexture(texture).mHandle));
+}
+
+TEST_F(RenderTargets, AreDestroyedOneByOne)
+{
+    const int texture = mTextures.CreateTexture("target", 64, 64, true, false);
+    const unsigned int first = mRenderer.CreateFBO(unsigned(texture), 0);
+    const unsigned int second = mRenderer.CreateFBO(unsigned(texture), 0);
+    const test::cOpenGLLog log;
+    mRenderer.DestroyFBO(first);
+    EXPECT_EQ(log.Lines(),
+              std::vector<std::string>{"glDeleteFramebuffersEXT 1 " + std::to_string(first)});
+    EXPECT_FALSE(glIsFramebufferEXT(first));
+    EXPECT_TRUE(glIsFramebufferEXT(second));
 }
 
 TEST_F(RenderTargets, LeaveTheViewportAlone)

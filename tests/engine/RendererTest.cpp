@@ -106,6 +106,8 @@ TEST_F(Renderer, OrthographicModeHasAUnitAPixelAndYDown)
     EXPECT_NEAR(projection[5], -2.0 / 720.0, 1e-9);
     EXPECT_NEAR(projection[12], -1.0, 1e-6);
     EXPECT_NEAR(projection[13], 1.0, 1e-6);
+    EXPECT_EQ(projection[10], -1.0f); // from -1 to 1 in depth
+    EXPECT_EQ(projection[14], 0.0f);
     mRenderer.SetOrtho(false);
 }
 

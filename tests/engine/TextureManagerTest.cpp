@@ -209,6 +209,19 @@ TEST_F(Textures, ReloadingRenumbersFilesAndForgetsTheRest)
     EXPECT_EQ(mTextures.LoadTexture("target", false), -1);
 }
 
+// Not even of a file whose pixels were kept before.
+TEST_F(Textures, ReloadingKeepsNoPixels)
+{
+    const int id = mTextures.LoadTexture("a.png", true);
+    unsigned char *kept = mTextures.GetTexture(id).mPixels;
+    ASSERT_NE(kept, nullptr);
+    mTextures.ReloadTextures();
+    EXPECT_EQ(mTextures.GetTexture(0).mName, "a.png");
+    EXPECT_EQ(mTextures.GetTexture(0).mPixels, nullptr);
+    EXPECT_EQ(mTextures.GetTexture(0).mComponents, 0);
+    std::free(kept); // forgotten, not freed
+}
+
 // The name of a render target is no path, even where a file is called the same.
 TEST_F(Textures, ReloadingForgetsATargetThatIsNamedLikeAFile)
 {

@@ -251,6 +251,22 @@ TEST_F(GoldenPictures, WideScreenIsCropped)
     Check(golden::Sections(), StillsOfSections(fewMoments, {2560, 1080}));
 }
 
+// Otherwise a new track, or a setting that shows nothing, would never be seen in a picture.
+TEST(GoldenSet, HasALayerForEachTrackAndAPictureOfItsOwnForEachLayer)
+{
+    const golden::tTimeline layers = golden::Layers();
+    for (int i = 0; i < demo::TRACK_COUNT; i++)
+        EXPECT_TRUE(layers.contains(demo::TrackName(demo::eTrack(i))))
+            << demo::TrackName(demo::eTrack(i));
+    std::map<std::string, std::string> names;
+    cHashes hashes = cHashes::Read();
+    for (const cStill &still : StillsOfLayers({1280, 720})) {
+        const std::string hash = hashes.mByName[still.mName];
+        EXPECT_TRUE(names.emplace(hash, still.mName).second)
+            << still.mName << " looks like " << names[hash];
+    }
+}
+
 TEST(GoldenSet, HasNoHashWithoutItsPictureAndNoPictureWithoutItsHash)
 {
     const cHashes hashes = cHashes::Read();

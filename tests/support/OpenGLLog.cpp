@@ -38,6 +38,10 @@ void Note(const char *call, Arguments... arguments)
     DO(glEnable, (GLenum what), (what), what)                                                      \
     DO(glDisable, (GLenum what), (what), what)                                                     \
     DO(glClear, (GLbitfield what), (what), what)                                                   \
+    DO(glDrawElements, (GLenum mode, GLsizei count, GLenum type, const void *indices),             \
+       (mode, count, type, indices), count)                                                        \
+    DO(glDeleteFramebuffersEXT, (GLsizei count, const GLuint *names), (count, names), count,       \
+       names[0])                                                                                   \
     DO(glLoadIdentity, (), ())                                                                     \
     DO(glPushMatrix, (), ())                                                                       \
     DO(glPopMatrix, (), ())
