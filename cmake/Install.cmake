@@ -1,8 +1,8 @@
 # Where everything goes when vyr is installed. Three components:
 #
 #   show         lib/vyr/show: the finished show, a folder; bin/vyr starts it from there
-#   tools        bin/vyr-record, vyr-tracks, vyr-check
-#   development  the libraries for other programs: find_package(vyr)
+#   tools        libvyr, and bin/vyr-new, vyr-record, vyr-tracks, vyr-check
+#   development  what shows and other programs are built with: find_package(vyr)
 
 include(GNUInstallDirs)
 include(CMakePackageConfigHelpers)
@@ -26,6 +26,18 @@ endfunction()
 vyr_install_libraries(sync base sync)
 vyr_install_libraries(engine platform engine)
 vyr_install_libraries(sound sound)
+
+# The shared one, which tools and shows have in common. The link by which programs are linked is a
+# developer's.
+set_target_properties(vyr_show PROPERTIES EXPORT_NAME show)
+install(TARGETS vyr_show EXPORT vyr-show
+    LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT tools NAMELINK_COMPONENT development)
+install(EXPORT vyr-show NAMESPACE vyr:: DESTINATION ${vyr_config_folder} COMPONENT development)
+install(FILES show/Show.h show/ShowFolder.h show/Player.h show/Stage.h show/Tempo.h show/Time.h
+    DESTINATION ${vyr_headers_folder}/show COMPONENT development)
+install(FILES show/PlayerMain.cpp cmake/Show.cmake cmake/CompileMissing.cmake cmake/CopyData.cmake
+              cmake/RemoveUnmade.cmake
+    DESTINATION ${vyr_config_folder} COMPONENT development)
 
 # Included as in the repository: #include "engine/Renderer.h".
 file(GLOB sync_headers CONFIGURE_DEPENDS sync/*.h)
@@ -52,6 +64,7 @@ install(FILES ${PROJECT_BINARY_DIR}/vyrConfig.cmake ${PROJECT_BINARY_DIR}/vyrCon
 set(vyr_show_folder lib/vyr/show)
 
 install(TARGETS demo RUNTIME DESTINATION ${vyr_show_folder} COMPONENT show)
+install(TARGETS waiting LIBRARY DESTINATION ${vyr_show_folder} COMPONENT show)
 install(DIRECTORY data DESTINATION ${vyr_show_folder} COMPONENT show
     PATTERN CMakeLists.txt EXCLUDE)
 install(DIRECTORY ${PROJECT_BINARY_DIR}/show/ DESTINATION ${vyr_show_folder} COMPONENT show
@@ -65,12 +78,14 @@ install(FILES LICENSE LICENSE-content packaging/copyright TYPE DOC COMPONENT sho
 
 # The tools ----------------------------------------------------------------------------------------
 
-install(TARGETS vyr-record vyr-tracks vyr-check RUNTIME COMPONENT tools)
+set(vyr_tools vyr-new vyr-record vyr-tracks vyr-check)
+set_target_properties(${vyr_tools} PROPERTIES INSTALL_RPATH "$ORIGIN/../${CMAKE_INSTALL_LIBDIR}")
+install(TARGETS ${vyr_tools} RUNTIME COMPONENT tools)
 
 # A manual page a program, compressed as a Debian system keeps them; -n: no time in it, so that two
 # builds give the same file.
 find_program(VYR_GZIP gzip REQUIRED)
-foreach(page vyr vyr-record vyr-tracks vyr-check)
+foreach(page vyr vyr-new vyr-record vyr-tracks vyr-check)
     set(manual ${PROJECT_BINARY_DIR}/packaging/${page}.1)
     configure_file(packaging/man/${page}.1.in ${manual} @ONLY)
     add_custom_command(OUTPUT ${manual}.gz COMMAND ${VYR_GZIP} -9nkf ${manual} DEPENDS ${manual}

@@ -1,6 +1,5 @@
-# cpack -G DEB and cpack -G TGZ, in the build folder: the show and its tools, for people who play and
-# make shows. The libraries are not in it: programs are built from the sources, or on what
-# cmake --install puts somewhere.
+# cpack -G DEB and cpack -G TGZ, in the build folder: the show, the tools, and what shows are built
+# with, for people who play and make shows.
 
 set(CPACK_PACKAGE_NAME vyr)
 set(CPACK_PACKAGE_VERSION ${PROJECT_VERSION})
@@ -12,7 +11,7 @@ set(CPACK_PACKAGE_DESCRIPTION
 The tools make the show's tracks from a text, check its folder and record it as a video.")
 set(CPACK_RESOURCE_FILE_LICENSE ${PROJECT_SOURCE_DIR}/LICENSE)
 set(CPACK_GENERATOR DEB TGZ)
-set(CPACK_COMPONENTS_ALL show tools)
+set(CPACK_COMPONENTS_ALL show tools development)
 set(CPACK_COMPONENTS_GROUPING ALL_COMPONENTS_IN_ONE)
 set(CPACK_STRIP_FILES ON)
 set(CPACK_THREADS 0)
@@ -29,8 +28,9 @@ set(CPACK_DEBIAN_PACKAGE_SECTION video)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
 # libepoxy opens these two itself, where no tool sees it.
 set(CPACK_DEBIAN_PACKAGE_DEPENDS "libgl1, libegl1")
-# the recorder's encoder and the typeface of its labels
-set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "ffmpeg, fonts-dejavu-core")
+# the recorder's encoder and the typeface of its labels; what a show is built with
+set(CPACK_DEBIAN_PACKAGE_RECOMMENDS
+    "ffmpeg, fonts-dejavu-core, g++, make, cmake, pkg-config, libepoxy-dev")
 # pictures and music do not get smaller
 set(CPACK_DEBIAN_COMPRESSION_TYPE gzip)
 

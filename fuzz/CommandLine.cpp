@@ -73,13 +73,17 @@ void PrepareFolder()
 void ReadRecorderOptions(int argc, char **argv)
 {
     try {
-        const auto options = record::ReadCommandLine(argc, argv);
-        if (!options)
+        const auto line = record::ReadCommandLine(argc, argv);
+        if (!line)
             return;
-        FUZZ_EXPECT(options->mPart >= 1 && options->mPart <= options->mParts);
-        FUZZ_EXPECT(options->mSize.mWidth > 0 && options->mSize.mHeight > 0);
-        FUZZ_EXPECT(options->mColumns > 0 && options->mEveryBars > 0.0);
-        FUZZ_EXPECT(options->mFrom <= options->mTo);
+        vyr::cShowDescription show;
+        show.mRowsPerSecond = 17.6;
+        show.mLastRow = 3624;
+        const record::cOptions options = record::ReadOptions(*line, show);
+        FUZZ_EXPECT(options.mPart >= 1 && options.mPart <= options.mParts);
+        FUZZ_EXPECT(options.mSize.mWidth > 0 && options.mSize.mHeight > 0);
+        FUZZ_EXPECT(options.mColumns > 0 && options.mEveryBars > 0.0);
+        FUZZ_EXPECT(options.mFrom <= options.mTo);
     } catch (const record::cUsageError &) {
         return; // said what is wrong
     }

@@ -1,6 +1,7 @@
 #include "tests/check/GoodShow.h"
 
-#include "demo/Show.h"
+#include "demo/Tables.h"
+#include "show/ShowFolder.h"
 #include "tests/support/FixtureShow.h"
 #include "tests/support/LWO2Builder.h"
 #include "tests/support/Process.h"
@@ -71,6 +72,13 @@ void MakeGoodShow()
     fs::copy(original.Path(), here, fs::copy_options::recursive);
     fs::remove(music);
     fs::create_symlink(original.Path() / music, music);
+}
+
+const vyr::cShowDescription &GetShow()
+{
+    static const vyr::cShowDescription show =
+        vyr::cShowFolder(fs::path(VYR_BINARY_DIR) / "show").GetDescription();
+    return show;
 }
 
 std::string TrackBytes(const std::vector<sync_key> &keys)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "show/Show.h"
 #include "sync/track.h"
 
 #include <filesystem>
@@ -12,6 +13,8 @@ namespace test
 /// Makes a complete small show that vyr-check finds nothing wrong with in the working directory.
 /// Its parts are made once a process; the music is a link to them.
 void MakeGoodShow();
+/// What it says of itself.
+const vyr::cShowDescription &GetShow();
 
 /// Replaces a track file by one of these keys.
 void WriteTrack(const std::string &name, const std::vector<sync_key> &keys);

@@ -42,8 +42,8 @@ TEST_F(CheckProgram, AllFaultsAreReportedInOneRun)
     const auto result = test::Run({VYR_CHECK});
     EXPECT_EQ(result.mStatus, 1);
     EXPECT_THAT(result.mOutput,
-                AllOf(HasSubstr("data/duck.png: photo 0: missing\n"),
-                      HasSubstr("sync_object:num.track: key 0 (row 0): expected -1, 0 or 1"),
+                AllOf(HasSubstr("data/duck.png: image:left 0: missing\n"),
+                      HasSubstr("sync_object:num.track: key 0 (row 0): expected an index below 2"),
                       HasSubstr("data/shaders/noise.fs: does not compile: "),
                       HasSubstr("data/oh2.lwo: expected an LWO2 object"),
                       HasSubstr("data/waiting.mp3: rate: expected 44100"),
@@ -56,7 +56,8 @@ TEST_F(CheckProgram, WarningsDoNotStopAShow)
     test::WriteTrack("image:left", {{0, -1.0f, 0}});
     const auto result = test::Run({VYR_CHECK, "."});
     EXPECT_EQ(result.mStatus, 0);
-    EXPECT_THAT(result.mOutput, HasSubstr("warning: data/duck.png: photo 0: is never shown\n"));
+    EXPECT_THAT(result.mOutput,
+                HasSubstr("warning: data/duck.png: image:left 0: is never shown\n"));
     EXPECT_THAT(result.mOutput, HasSubstr("0 faults, 29 warnings\n"));
 }
 

@@ -1,7 +1,7 @@
 // The show with each of its files faulty in each way: it stops at the assertion that belongs to the
 // fault, ends with the sound library's error, or plays on; never otherwise, and never hangs.
 
-#include "demo/Show.h"
+#include "demo/Tables.h"
 #include "tests/faults/Faults.h"
 #include "tests/support/Process.h"
 #include "tests/support/Screen.h"

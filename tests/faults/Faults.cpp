@@ -1,6 +1,6 @@
 #include "tests/faults/Faults.h"
 
-#include "demo/Show.h"
+#include "demo/Tables.h"
 #include "tests/support/FixtureShow.h"
 #include "tests/support/TestFiles.h"
 

@@ -1,6 +1,6 @@
 // The tools with faulty files and full disks: one clear line and a status, never a signal.
 
-#include "demo/Show.h"
+#include "demo/Tables.h"
 #include "tests/faults/Faults.h"
 #include "tests/support/Process.h"
 #include "tests/support/TestFiles.h"

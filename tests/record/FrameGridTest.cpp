@@ -5,12 +5,11 @@
 using record::cFrameGrid;
 using record::cFrameRange;
 using record::cFrameRate;
-using record::EndOfShow;
 using record::kMicroRows;
 
 namespace
 {
-const cFrameGrid sixty(cFrameRate{60, 1});
+const cFrameGrid sixty(cFrameRate{60, 1}, 17.6);
 
 TEST(FrameRate, ReadsWholeNumbersAndFractions)
 {
@@ -38,8 +37,8 @@ TEST(FrameGrid, PlacesFrameAtItsMusicPosition)
     EXPECT_EQ(sixty.Row(60), 17.6);
     EXPECT_EQ(sixty.Seconds(90), 1.5);
     EXPECT_EQ(sixty.MicroRow(1), 293333);
-    EXPECT_EQ(sixty.Sample(1), 735);
-    const cFrameGrid ntsc(cFrameRate{30000, 1001});
+    EXPECT_EQ(sixty.Rate().Sample(1), 735);
+    const cFrameGrid ntsc(cFrameRate{30000, 1001}, 17.6);
     EXPECT_DOUBLE_EQ(ntsc.Seconds(30000), 1001.0);
     EXPECT_DOUBLE_EQ(ntsc.Row(300), 17.6 * 10.01);
 }
@@ -48,7 +47,7 @@ TEST(FrameGrid, PlacesFrameAtItsMusicPosition)
 TEST(FrameGrid, CountsTheWholeShow)
 {
     const auto count = [](int64_t rate) {
-        return cFrameGrid(cFrameRate{rate, 1}).Between(0, EndOfShow()).Count();
+        return cFrameGrid(cFrameRate{rate, 1}, 17.6).Between(0, 3624 * kMicroRows).Count();
     };
     EXPECT_EQ(count(60), 12355);
     EXPECT_EQ(count(24), 4942);
@@ -67,11 +66,14 @@ TEST(FrameGrid, ChoosesFramesAtOrAfterFromAndBeforeTo)
 // A manifest prints row 17.893333 for frame 61, whose row is a little more.
 TEST(FrameGrid, FindsFrameByTheRowThatIsPrintedForIt)
 {
-    for (const cFrameRate &rate : {cFrameRate{60, 1}, cFrameRate{30000, 1001}, cFrameRate{25, 1}}) {
-        const cFrameGrid grid(rate);
-        for (int64_t frame = 0; frame < 5000; frame++)
-            ASSERT_EQ(grid.FirstAtOrAfter(grid.MicroRow(frame)), frame);
-    }
+    const double crooked = 125.0 / 60.0 * 8.0; // rows a second that are no whole millionths
+    for (double rowsPerSecond : {17.6, 16.0, crooked, 0.1, 3000.0})
+        for (const cFrameRate &rate :
+             {cFrameRate{60, 1}, cFrameRate{30000, 1001}, cFrameRate{25, 1}}) {
+            const cFrameGrid grid(rate, rowsPerSecond);
+            for (int64_t frame = 0; frame < 5000; frame++)
+                ASSERT_EQ(grid.FirstAtOrAfter(grid.MicroRow(frame)), frame);
+        }
 }
 
 TEST(FrameRange, PartsFollowEachOtherAndDifferByOneFrame)

@@ -1,6 +1,7 @@
 #include "tests/record/GoldenShow.h"
 
-#include "demo/Show.h"
+#include "demo/Tables.h"
+#include "tests/support/FixtureShow.h"
 #include "tests/support/LWO2Builder.h"
 #include "tests/support/Process.h"
 #include "tests/support/TestFiles.h"
@@ -352,6 +353,7 @@ tTimeline Strobe(double perSecond, float height)
 
 void WriteContent(const fs::path &folder)
 {
+    test::LinkShowLibrary(folder);
     WritePictures(folder);
     test::WriteFile(folder / "data/shaders/default.vs", vertexShader);
     test::WriteFile(folder / "data/shaders/plasma.fs", plasmaShader);

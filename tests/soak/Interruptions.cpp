@@ -1,6 +1,6 @@
 #include "tests/soak/Soak.h"
 
-#include "demo/Show.h"
+#include "demo/Tables.h"
 #include "tests/support/FixtureShow.h"
 #include "tests/support/Process.h"
 #include "tests/support/Screen.h"

@@ -19,7 +19,7 @@ namespace test
 {
 namespace
 {
-const std::string folder = VYR_SOURCE_DIR "/tests/platform/";
+const std::string folder = VYR_SOURCE_DIR "/tests/sound/";
 
 pid_t Start(const std::string &drivers, const std::function<void()> &body)
 {

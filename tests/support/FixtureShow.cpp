@@ -1,6 +1,6 @@
 #include "tests/support/FixtureShow.h"
 
-#include "demo/Show.h"
+#include "demo/Tables.h"
 #include "tests/support/LWO2Builder.h"
 #include "tests/support/Process.h"
 #include "tests/support/TestFiles.h"
@@ -73,8 +73,15 @@ void WriteMusic(const fs::path &path, double seconds)
 }
 } // namespace
 
+void LinkShowLibrary(const fs::path &folder)
+{
+    fs::create_directories(folder);
+    fs::create_symlink(fs::path(VYR_BINARY_DIR) / "show/show.so", folder / "show.so");
+}
+
 void WriteFixtureShow(const fs::path &folder, double seconds)
 {
+    LinkShowLibrary(folder);
     WritePictures(folder);
     WriteFile(folder / "data/shaders/default.vs", vertexShader);
     WriteFile(folder / "data/shaders/plasma.fs", plasmaShader);

@@ -1,3 +1,4 @@
+#include "tests/support/FixtureShow.h"
 #include "tests/support/Process.h"
 #include "tests/support/TestFiles.h"
 
@@ -29,6 +30,7 @@ protected:
                                  "track lyrics:fade\n 0 1\ntrack flare:x linear\n 0 0\n 100 1\n");
         const auto result = Run({"compile", "t.txt", "-o", "show"});
         ASSERT_EQ(result.mStatus, 0) << result.mErrors;
+        test::LinkShowLibrary("show"); // which says the tempo
     }
 
     test::cTemporaryFolder mFolder;

@@ -4,6 +4,7 @@
 #include "show/Tempo.h"
 #include "tools/check/Contrast.h"
 #include "tools/check/Stage.h"
+#include "tools/support/Files.h"
 #include "tools/support/Lyrics.h"
 
 #include <algorithm>
@@ -118,7 +119,7 @@ void CheckFilesPicked(const vyr::cShowDescription &show, tools::cTrackFolder &fo
     }
     for (const auto &choice : show.mChoices)
         for (size_t i = 0; i < choice.mFiles.size() && choice.mTrack != names.mNumber; i++)
-            if (picked.insert(choice.mFiles[i]).second)
+            if (!tools::IsObject(choice.mFiles[i]) && picked.insert(choice.mFiles[i]).second)
                 findings.Warn(choice.mFiles[i], choice.mTrack + " " + std::to_string(i),
                               "is never shown");
 }

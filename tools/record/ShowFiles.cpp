@@ -102,6 +102,14 @@ void CheckObject(const std::string &path)
         throw cFailure(path + ": not an LWO2 object that can be read");
 }
 
+// Of a list that may name anything: by its extension.
+bool IsPicture(const std::string &path)
+{
+    const std::string extension = fs::path(path).extension().string();
+    return extension == ".png" || extension == ".jpg" || extension == ".jpeg" ||
+           extension == ".tga" || extension == ".bmp";
+}
+
 // As a rule the show has loaded it, and the manager finds it. Where it has not, loading it here
 // leaves the texture bound that was.
 bool IsReadablePicture(const std::string &path)
@@ -117,6 +125,19 @@ std::string DescribeUnlinked(const tools::cShaderFiles &files)
 {
     return files.mFragment + ": does not compile or link with " +
            fs::path(files.mVertex).filename().string();
+}
+// Programs have the smallest free numbers of the context, so a look at the first few thousand finds
+// all that a show has made.
+void CheckPrograms(const vyr::cShowDescription &description)
+{
+    const GLuint end = 4096;
+    for (GLuint program = 1; program < end; program++) {
+        GLint isLinked = GL_TRUE;
+        if (glIsProgram(program))
+            glGetProgramiv(program, GL_LINK_STATUS, &isLinked);
+        if (!isLinked)
+            throw cFailure(DescribeUnlinked(tools::FindShaderFiles(program, description)));
+    }
 }
 } // namespace
 
@@ -154,18 +175,12 @@ void CheckShowFiles(const vyr::cShowDescription &description)
                 CheckObject(file);
 }
 
-// Programs have the smallest free numbers of the context, so a look at the first few thousand finds
-// all that a show has made.
-void CheckPrograms(const vyr::cShowDescription &description)
+void CheckLoaded(const vyr::cShowDescription &description)
 {
-    const GLuint end = 4096;
-    for (GLuint program = 1; program < end; program++) {
-        GLint isLinked = GL_TRUE;
-        if (glIsProgram(program))
-            glGetProgramiv(program, GL_LINK_STATUS, &isLinked);
-        if (!isLinked)
-            throw cFailure(DescribeUnlinked(tools::FindShaderFiles(program, description)));
-    }
+    CheckPrograms(description);
+    for (const std::string &file : description.mFiles)
+        if (IsPicture(file) && !IsReadablePicture(file))
+            throw cFailure(file + ": no picture that can be read");
 }
 
 void cRowCheck::Check(double row)

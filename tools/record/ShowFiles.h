@@ -19,8 +19,9 @@ std::filesystem::path FindShow(const std::string &asked);
 /// The tracks and the files of the description's list are there and well formed. A track may be
 /// missing: it is 0 throughout, which a line on standard error says.
 void CheckShowFiles(const vyr::cShowDescription &description);
-/// The shaders, once loaded, were compiled and linked.
-void CheckPrograms(const vyr::cShowDescription &description);
+/// Of a show that has loaded: its shaders were compiled and linked, the pictures of its list can be
+/// read.
+void CheckLoaded(const vyr::cShowDescription &description);
 
 /// What the tracks choose, row by row, once the show is loaded: no index beyond its table, no file
 /// that can't be read. Files that no row asks for may be missing.

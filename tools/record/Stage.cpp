@@ -80,7 +80,7 @@ void cStage::LoadShow()
     CheckShowFiles(mShow.GetDescription());
     mShow.LoadTracks();
     mShow.Load();
-    CheckPrograms(mShow.GetDescription());
+    CheckLoaded(mShow.GetDescription());
 }
 
 void cStage::CheckRow(double row) { mRowCheck.Check(row); }
