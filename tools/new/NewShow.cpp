@@ -182,11 +182,12 @@ void EncodeMusic(const fs::path &path, double beatsPerMinute, double gain)
 {
     const double beatSeconds = 60.0 / beatsPerMinute;
     const std::string length = Shortest(beats * beatSeconds + tailSeconds);
-    record::RunProgram(record::StrictFfmpeg() +
-                       tArguments{"-f", "lavfi", "-i",
-                                  "aevalsrc='" + Sound(beatSeconds) + "':s=44100:d=" + length} +
-                       tArguments{"-af", "volume=" + Shortest(gain) + "dB"} +
-                       record::Words("-ac 2 -b:a 128k") + tArguments{path.string()});
+    record::RunProgram(
+        record::StrictFfmpeg() +
+        tArguments{"-f", "lavfi", "-i",
+                   "aevalsrc='" + Sound(beatSeconds) + "':s=44100:d=" + length} +
+        tArguments{"-af", "volume=" + Shortest(gain) + "dB,alimiter=limit=0.79:level=disabled"} +
+        record::Words("-ac 2 -b:a 128k") + tArguments{path.string()});
 }
 
 // As loud as vyr-check wants it: the first encoding says how far away that is.
