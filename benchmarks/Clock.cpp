@@ -14,6 +14,7 @@
 #include "sound/SoundDecoder.h"
 #include "sound/SoundOutput.h"
 #include "sound/SoundPlayer.h"
+#include "sound/SoundTime.h"
 
 #include <chrono>
 #include <cstdio>

@@ -1,6 +1,6 @@
 #include "sound/SoundOutput.h"
 
-#include "sound/SoundPause.h"
+#include "sound/SoundTime.h"
 
 #include <chrono>
 #include <cstdio>

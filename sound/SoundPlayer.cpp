@@ -1,7 +1,7 @@
 #include "sound/SoundPlayer.h"
 
-#include "sound/SoundPause.h"
 #include "sound/SoundSilence.h"
+#include "sound/SoundTime.h"
 
 #include <algorithm>
 #include <chrono>

@@ -1,7 +1,6 @@
 #include "sound/SoundRunningTime.h"
 
 #include <algorithm>
-#include <chrono>
 
 namespace vyr
 {
@@ -13,11 +12,5 @@ double SoundRunningTime::At(double now)
     // Two threads may have read their clocks in the other order than they come here.
     mLatest = std::max(mLatest, now);
     return mLatest - mLost;
-}
-
-double SteadySeconds()
-{
-    using namespace std::chrono;
-    return duration<double>(steady_clock::now().time_since_epoch()).count();
 }
 } // namespace vyr

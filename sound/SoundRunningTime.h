@@ -19,7 +19,4 @@ private:
     bool mHasStarted = false;
     double mLatest = 0, mLost = 0;
 };
-
-/// The machine's steady clock, in seconds.
-double SteadySeconds();
 } // namespace vyr

@@ -1,96 +1,23 @@
 #include "sound/SoundPlayer.h"
 
+#include "tests/sound/SoundTestDevice.h"
 #include "tests/sound/SoundTestSupport.h"
+#include "tests/sound/SoundTestTime.h"
 #include "tests/support/TestFiles.h"
 
 #include <gtest/gtest.h>
 
-#include <atomic>
-#include <cmath>
 #include <filesystem>
 
+using test::cTime;
 using vyr::SoundDecoder;
-using vyr::SoundDevice;
 using vyr::SoundOutput;
 using vyr::SoundPlayer;
-using vyr::SoundProgress;
-using vyr::SoundVoice;
-using vyr::SteadySeconds;
 
 namespace
 {
-/// What a test does to the device, from outside.
-struct cSwitches
-{
-    std::atomic<bool> isConnected = true, isStalled = false;
-    std::atomic<bool> hasVoice = true;
-    std::atomic<double> gapSeconds = 0;     // that the voice has had
-    std::atomic<double> heardSeconds = 100; // as the device last said; it may run for long before
-};
-
-/// A device of 20 ms blocks without latency.
-class cFakeDevice : public SoundDevice
-{
-public:
-    explicit cFakeDevice(cSwitches &switches) : mSwitches(switches) {}
-
-    double GetBlockSeconds() const override { return 0.02; }
-
-    double ReadHeardSeconds() override
-    {
-        const double now = SteadySeconds();
-        if (!mSwitches.isStalled && mSwitches.isConnected)
-            mRun += now - mLast;
-        mLast = now;
-        mSwitches.heardSeconds = std::floor(mRun / 0.02) * 0.02;
-        return mSwitches.heardSeconds;
-    }
-
-    bool IsConnected() override { return mSwitches.isConnected; }
-    std::unique_ptr<SoundVoice> CreateVoice(int rate) override;
-
-private:
-    cSwitches &mSwitches;
-    double mRun = mSwitches.heardSeconds, mLast = SteadySeconds();
-};
-
-class cFakeVoice : public SoundVoice
-{
-public:
-    cFakeVoice(cSwitches &switches, int rate) : mSwitches(switches), mRate(rate) {}
-
-    bool HasRoom() override
-    {
-        const double heard = (mSwitches.heardSeconds - mProgress.startSeconds) * mRate;
-        return !mSwitches.isConnected ||
-               mProgress.limitFrames - heard < double((blockCount - 1) * blockFrames);
-    }
-
-    bool Queue(std::span<const int16_t> samples) override
-    {
-        if (mProgress.limitFrames == 0)
-            mProgress.startSeconds = mSwitches.heardSeconds;
-        if (!mSwitches.isConnected) // all of the queue counts as heard
-            mProgress.startSeconds = mSwitches.heardSeconds - mProgress.limitFrames / mRate;
-        mProgress.limitFrames += double(samples.size() / 2);
-        return mSwitches.isConnected;
-    }
-
-    SoundProgress GetProgress() override
-    {
-        return {mProgress.startSeconds + mSwitches.gapSeconds, mProgress.limitFrames};
-    }
-
-private:
-    cSwitches &mSwitches;
-    double mRate;
-    SoundProgress mProgress;
-};
-
-std::unique_ptr<SoundVoice> cFakeDevice::CreateVoice(int rate)
-{
-    return mSwitches.hasVoice ? std::make_unique<cFakeVoice>(mSwitches, rate) : nullptr;
-}
+// What the clock makes of readings every 4 ms of a device that moves by 20 ms at a time.
+const double accuracy = 0.001; // seconds
 
 std::unique_ptr<SoundDecoder> OpenSound(const std::string &path)
 {
@@ -107,21 +34,32 @@ std::unique_ptr<SoundDecoder> OpenLongSound(int count = 10)
 
 double GetSeconds(SoundPlayer &player) { return player.GetFrames() / player.GetRate(); }
 
-// Asks all the time, as the show does: the position after `seconds`. It never goes back.
+// Asks every 2 ms, as a show does: the position after `seconds`. It never goes back.
 double Watch(SoundPlayer &player, double seconds)
 {
     double last = GetSeconds(player);
-    for (const double end = SteadySeconds() + seconds; SteadySeconds() < end;) {
+    for (const double end = cTime::Now() + seconds; cTime::Now() < end - 1e-9;) {
+        cTime::Advance(0.002);
         const double now = GetSeconds(player);
         EXPECT_GE(now, last);
         last = now;
-        test::Wait(0.002);
     }
     return last;
 }
 
-// A busy machine keeps a test waiting; the show would see a stutter, and so does the test.
-const double patience = 0.1;
+/// Sound on a device, and a long file that plays.
+class Player : public testing::Test
+{
+protected:
+    void Play() { mPlayer = std::make_unique<SoundPlayer>(mOutput, *mDecoder); }
+    double WatchFor(double seconds) { return Watch(*mPlayer, seconds); }
+
+    test::cTemporaryFolder mFolder;
+    test::cSpeaker mSpeaker;
+    SoundOutput mOutput{test::MakeDevice(mSpeaker)};
+    std::unique_ptr<SoundDecoder> mDecoder = OpenLongSound();
+    std::unique_ptr<SoundPlayer> mPlayer;
+};
 } // namespace
 
 TEST(SoundPlayer, PlaysToTheLastFrameAndStandsStill)
@@ -129,95 +67,88 @@ TEST(SoundPlayer, PlaysToTheLastFrameAndStandsStill)
     SoundOutput output(nullptr);
     const auto decoder = OpenSound(test::SweepPath());
     SoundPlayer player(output, *decoder);
-    const double before = Watch(player, 0.5);
-    EXPECT_GT(before, 0.5 - patience);
-    EXPECT_LT(before, 0.5 + patience);
-    Watch(player, 1);
+    EXPECT_NEAR(Watch(player, 0.5), 0.5, 1e-6);
+    EXPECT_NEAR(Watch(player, 0.5), 1.0, 1e-6);
+    EXPECT_FALSE(player.HasPlayedOut());
+    Watch(player, 0.2);
     EXPECT_EQ(player.GetFrames(), double(test::sweepFrames));
-    Watch(player, 0.1);
+    EXPECT_TRUE(player.HasPlayedOut());
+    Watch(player, 10);
     EXPECT_EQ(player.GetFrames(), double(test::sweepFrames));
 }
 
-TEST(SoundPlayer, FollowsTheDevice)
+TEST_F(Player, FollowsTheDevice)
 {
-    const test::cTemporaryFolder folder;
-    cSwitches switches;
-    SoundOutput output(std::make_unique<cFakeDevice>(switches));
-    const auto decoder = OpenLongSound();
-    SoundPlayer player(output, *decoder);
-    EXPECT_NEAR(Watch(player, 1), 1, patience);
+    Play();
+    EXPECT_NEAR(WatchFor(1), 1, accuracy);
+    EXPECT_NEAR(WatchFor(5), 6, accuracy);
 }
 
-TEST(SoundPlayer, StandsWhileTheDeviceIsStalledAndGoesOnWithIt)
+TEST_F(Player, StandsWhileTheDeviceIsStalledAndGoesOnWithIt)
 {
-    const test::cTemporaryFolder folder;
-    cSwitches switches;
-    SoundOutput output(std::make_unique<cFakeDevice>(switches));
-    const auto decoder = OpenLongSound();
-    SoundPlayer player(output, *decoder);
-    Watch(player, 0.5);
-    switches.isStalled = true;
-    const double stalled = Watch(player, 0.2);
-    EXPECT_EQ(Watch(player, 0.5), stalled);
-    EXPECT_LT(stalled, 0.5 + 2 * patience);
-    switches.isStalled = false;
-    EXPECT_NEAR(Watch(player, 0.5), stalled + 0.5, patience);
+    Play();
+    WatchFor(0.5);
+    mSpeaker.SetStalled(true);
+    const double stalled = WatchFor(0.2);
+    EXPECT_EQ(WatchFor(0.5), stalled);
+    EXPECT_GE(stalled, 0.5);
+    EXPECT_LT(stalled, 0.5 + 0.02 + 0.05); // a block, and what the clock waits for it
+    mSpeaker.SetStalled(false);
+    // It waits for the sound to catch up, and goes on with it.
+    EXPECT_NEAR(WatchFor(0.5), 1.0, accuracy);
 }
 
 // The queue ran dry, and the rest of the stream comes later: the position waits for it.
-TEST(SoundPlayer, WaitsOutAGapOfTheStream)
+TEST_F(Player, WaitsOutAGapOfTheStream)
 {
-    const test::cTemporaryFolder folder;
-    cSwitches switches;
-    SoundOutput output(std::make_unique<cFakeDevice>(switches));
-    const auto decoder = OpenLongSound();
-    SoundPlayer player(output, *decoder);
-    const double before = Watch(player, 0.5);
-    switches.gapSeconds = 0.3;
-    EXPECT_LT(Watch(player, 0.2), before + patience);
-    EXPECT_NEAR(Watch(player, 0.5), before + 0.4, patience);
+    Play();
+    const double before = WatchFor(0.5);
+    mSpeaker.LoseTime(0.3);
+    EXPECT_LE(WatchFor(0.2), before + 0.01); // a pass of the thread
+    EXPECT_NEAR(WatchFor(0.5), before + 0.4, accuracy);
 }
 
-TEST(SoundPlayer, RunsOnSilentlyWhenTheDeviceIsGone)
+TEST_F(Player, RunsOnSilentlyWhenTheDeviceIsGone)
 {
-    EXPECT_TRUE(test::RunAlone("none", [] {
-        testing::internal::CaptureStderr();
-        const test::cTemporaryFolder folder;
-        cSwitches switches;
-        SoundOutput output(std::make_unique<cFakeDevice>(switches));
-        const auto decoder = OpenLongSound();
-        SoundPlayer player(output, *decoder);
-        const double before = Watch(player, 0.5);
-        switches.isConnected = false;
-        EXPECT_NEAR(Watch(player, 1), before + 1, patience); // beyond what was queued, too
-        EXPECT_EQ(testing::internal::GetCapturedStderr(),
-                  "The sound device is gone: the show plays on silently.\n");
-    }));
+    testing::internal::CaptureStderr();
+    Play();
+    const double before = WatchFor(0.5);
+    mSpeaker.Unplug();
+    EXPECT_NEAR(WatchFor(1), before + 1, accuracy); // beyond what was queued, too
+    EXPECT_EQ(testing::internal::GetCapturedStderr(),
+              "The sound device is gone: the show plays on silently.\n");
 }
 
-TEST(SoundPlayer, EndsWhereItShouldWhenTheDeviceIsGone)
+TEST_F(Player, EndsWhereItShouldWhenTheDeviceIsGone)
 {
-    EXPECT_TRUE(test::RunAlone("none", [] {
-        cSwitches switches;
-        SoundOutput output(std::make_unique<cFakeDevice>(switches));
-        const auto decoder = OpenSound(test::SweepPath());
-        SoundPlayer player(output, *decoder);
-        Watch(player, 0.3);
-        switches.isConnected = false;
-        Watch(player, 1.2);
-        EXPECT_EQ(player.GetFrames(), double(test::sweepFrames));
-    }));
+    testing::internal::CaptureStderr();
+    mDecoder = OpenSound(test::SweepPath());
+    Play();
+    WatchFor(0.3);
+    mSpeaker.Unplug();
+    WatchFor(1.0);
+    EXPECT_EQ(mPlayer->GetFrames(), double(test::sweepFrames));
+    testing::internal::GetCapturedStderr();
 }
 
-TEST(SoundPlayer, PlaysSilentlyOnADeviceWithoutAVoice)
+TEST_F(Player, PlaysSilentlyOnADeviceWithoutAVoice)
 {
-    const test::cTemporaryFolder folder;
-    cSwitches switches;
-    switches.hasVoice = false;
-    SoundOutput output(std::make_unique<cFakeDevice>(switches));
-    const auto decoder = OpenLongSound();
-    SoundPlayer player(output, *decoder);
-    EXPECT_NEAR(Watch(player, 0.5), 0.5, patience);
+    mSpeaker.mHasVoice = false;
+    Play();
+    EXPECT_NEAR(WatchFor(0.5), 0.5, accuracy);
+}
+
+// The device gets the file's frames, each once and in their order.
+TEST_F(Player, QueuesEveryFrameOnce)
+{
+    std::vector<int16_t> frames(2 * 60000);
+    mDecoder = OpenSound(test::SweepPath());
+    frames.resize(2 * mDecoder->Read(frames.data(), 60000));
+    mDecoder->Rewind();
+    Play();
+    WatchFor(1.3);
+    EXPECT_EQ(mPlayer->GetFrames(), double(test::sweepFrames));
+    EXPECT_EQ(mSpeaker.GetQueued(), frames);
 }
 
 // The file is read while it plays: what is cut off from it now will not be heard.
@@ -228,21 +159,20 @@ TEST(SoundPlayer, DecodesLittleMoreThanIsHeard)
     const auto decoder = OpenLongSound(30); // 36 seconds, half a megabyte
     SoundPlayer player(output, *decoder);
     Watch(player, 0.1);
-    std::filesystem::resize_file("long.mp3", 20000); // a second and a quarter
-    Watch(player, 1.5);
-    EXPECT_NEAR(GetSeconds(player), 1.25, 0.25);
+    std::filesystem::resize_file("long.mp3", 20000); // a second and a quarter, its head included
+    EXPECT_NEAR(Watch(player, 1.5), 1.2, 0.05);
 }
 
+// Its thread pauses, and time stands still: whoever waited for the pause would wait for ever.
 TEST(SoundPlayer, StopsAtOnce)
 {
     const test::cTemporaryFolder folder;
     SoundOutput output(nullptr);
     const auto decoder = OpenLongSound();
+    const double before = cTime::Now();
     for (int i = 0; i < 20; i++) {
-        const double before = SteadySeconds();
-        {
-            SoundPlayer player(output, *decoder);
-        }
-        EXPECT_LT(SteadySeconds() - before, patience);
+        SoundPlayer player(output, *decoder);
+        cTime::Advance(0); // until it pauses
     }
+    EXPECT_EQ(cTime::Now(), before);
 }

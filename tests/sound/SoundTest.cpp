@@ -1,183 +1,195 @@
+// The sound library as the show calls it, in the tests' time: on a device, and without one.
+
 #include "sound/Sound.h"
 
-#include "sound/SoundDecoder.h"
-#include "sound/SoundRunningTime.h"
+#include "tests/sound/SoundTestDevice.h"
 #include "tests/sound/SoundTestSupport.h"
+#include "tests/sound/SoundTestTime.h"
 #include "tests/support/TestFiles.h"
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
-#include <cmath>
-#include <csignal>
-#include <cstring>
-#include <unistd.h>
-
 using test::cShow;
-using test::ExpectWithAndWithoutDevice;
-using vyr::SteadySeconds;
+using test::cTime;
 
 namespace
 {
+const double bytesPerSecond = 176400;
+const double accuracy = 0.001; // seconds
+
 std::string LongSweepFile()
 {
     test::WriteFile("long.mp3", test::LongSweep(10));
     return "long.mp3";
 }
 
-// The samples, left and right in turn, of the library's own recording: 32-bit numbers up to 1.
-std::vector<int> ReadWave(const std::string &path)
+// The position in seconds at every millisecond of the next `seconds`.
+test::cStraightness Watch(cShow &show, double seconds)
 {
-    const std::string wave = test::ReadFile(path);
-    const size_t start = wave.find("data") + 8;
-    std::vector<int> samples;
-    for (size_t i = start; i + 4 <= wave.size(); i += 4) {
-        float sample = 0;
-        std::memcpy(&sample, wave.data() + i, 4);
-        samples.push_back(int(std::lround(sample * 32768)));
+    test::cStraightness straightness;
+    for (const double end = cTime::Now() + seconds; cTime::Now() < end - 1e-9;) {
+        cTime::Advance(0.001);
+        straightness.Add(cTime::Now(), show.GetSeconds());
     }
-    return samples;
+    straightness.Fit();
+    return straightness;
 }
 
-std::vector<int> Decode(const std::string &path)
+class Sound : public testing::TestWithParam<bool>
 {
-    std::unique_ptr<vyr::SoundDecoder> decoder;
-    EXPECT_EQ(vyr::SoundDecoder::Open(path.c_str(), decoder), FMOD_OK);
-    std::vector<int16_t> samples(2 * 60000);
-    samples.resize(2 * decoder->Read(samples.data(), 60000));
-    return {samples.begin(), samples.end()};
-}
+protected:
+    Sound()
+    {
+        testing::internal::CaptureStderr(); // without a device it says so
+        test::PlugIn(GetParam() ? &mSpeaker : nullptr);
+    }
+    ~Sound() override
+    {
+        const std::string said = testing::internal::GetCapturedStderr();
+        EXPECT_EQ(said, GetParam() ? "" : "No sound device: the show plays silently.\n");
+        test::PlugIn(nullptr);
+    }
 
-std::vector<int> WithoutSilenceBefore(const std::vector<int> &samples)
-{
-    const auto first =
-        std::find_if(samples.begin(), samples.end(), [](int s) { return abs(s) > 1; });
-    const auto frame = first - (first - samples.begin()) % 2;
-    return {frame, samples.end()};
-}
-
+    test::cTemporaryFolder mFolder;
+    test::cSpeaker mSpeaker;
+};
 } // namespace
 
-TEST(Sound, PlaysTheShowsCalls)
+INSTANTIATE_TEST_SUITE_P(Device, Sound, testing::Bool(),
+                         [](const auto &given) { return given.param ? "With" : "Without"; });
+
+TEST_P(Sound, PlaysTheShowsCalls)
 {
-    ExpectWithAndWithoutDevice([] {
-        const test::cTemporaryFolder folder;
-        cShow show(LongSweepFile());
-        show.Watch(1);
-        const unsigned int position = show.GetPosition();
-        EXPECT_EQ(position % 4, 0u); // whole frames
-        // A device reports up to a tenth of a second of latency.
-        EXPECT_NEAR(position / 176400.0, 0.95, 0.15);
-        show.Stop();
-    });
+    cShow show(LongSweepFile());
+    Watch(show, 1);
+    EXPECT_EQ(show.GetPosition() % 4, 0u); // whole frames
+    EXPECT_NEAR(show.GetSeconds(), 1, accuracy);
+    show.Stop();
 }
 
-// The null device reports two blocks, 46 ms, between the mixer and the ear. A stream begins with a
-// block, so it is behind the call that started it by one of them at least.
-TEST(Sound, PositionIsOfWhatIsHeardNotOfWhatIsMixed)
+// Where the mixer is ahead of the ear, the position is the ear's.
+TEST_P(Sound, PositionIsOfWhatIsHeardNotOfWhatIsMixed)
 {
-    EXPECT_TRUE(test::RunAlone("null", [] {
-        cShow show(test::SweepPath(), 0.5);
-        const double start = SteadySeconds();
-        test::Wait(0.5);
-        const double position = show.GetPosition() / 176400.0;
-        EXPECT_LT(position, SteadySeconds() - start - 0.012);
-        show.Stop();
-    }));
+    mSpeaker.mLatencySeconds = 0.05;
+    cShow show(LongSweepFile());
+    cTime::Advance(0.01);
+    mSpeaker.mLatencySeconds = 0.1; // another device was chosen: it is heard so much later
+    Watch(show, 2);
+    EXPECT_NEAR(show.GetSeconds(), GetParam() ? 2.01 - 0.05 : 2.01, accuracy);
+    show.Stop();
 }
 
-// The bars of the clock, wide enough for a machine that builds while it tests.
-TEST(Sound, PositionRunsEvenlyAtTheTrueRate)
+// The bars of the clock: even to 3 ms, at the true rate to 0.002. On a test's device it is better.
+TEST_P(Sound, PositionRunsEvenlyAtTheTrueRate)
 {
-    ExpectWithAndWithoutDevice([] {
-        const test::cTemporaryFolder folder;
-        cShow show(LongSweepFile(), 0.5);
-        test::Wait(0.2);
-        const test::cStraightness straightness = show.Watch(4);
-        EXPECT_EQ(straightness.CountStepsBack(), 0);
-        EXPECT_LT(straightness.GetRms(), 0.003);
-        EXPECT_NEAR(straightness.GetSlope(), 1, 0.002);
-        show.Stop();
-    });
+    cShow show(LongSweepFile());
+    Watch(show, 0.2);
+    const test::cStraightness straightness = Watch(show, 8);
+    EXPECT_EQ(straightness.CountStepsBack(), 0);
+    EXPECT_LT(straightness.GetRms(), 0.0005);
+    EXPECT_LT(straightness.GetWorst(), 0.002);
+    EXPECT_NEAR(straightness.GetSlope(), 1, 0.0002);
+    show.Stop();
 }
 
-TEST(Sound, PositionBeginsAtZeroAndEndsAtTheLastFrame)
+TEST_P(Sound, PositionBeginsAtZeroAndEndsAtTheLastFrame)
 {
-    ExpectWithAndWithoutDevice([] {
-        cShow show(test::SweepPath());
-        EXPECT_LT(show.GetPosition(), 176400 / 20);
-        EXPECT_EQ(show.Watch(1.6).CountStepsBack(), 0);
-        EXPECT_EQ(show.GetPosition(), 4 * test::sweepFrames);
-        test::Wait(0.2);
-        EXPECT_EQ(show.GetPosition(), 4 * test::sweepFrames);
-        show.Stop();
-    });
+    cShow show(test::SweepPath());
+    EXPECT_EQ(show.GetPosition(), 0u);
+    EXPECT_EQ(Watch(show, 1.6).CountStepsBack(), 0);
+    EXPECT_EQ(show.GetPosition(), 4 * test::sweepFrames);
+    Watch(show, 10);
+    EXPECT_EQ(show.GetPosition(), 4 * test::sweepFrames);
+    show.Stop();
 }
 
-TEST(Sound, UnitsAgree)
+TEST_P(Sound, UnitsAgree)
 {
-    ExpectWithAndWithoutDevice([] {
-        cShow show(test::SweepPath());
-        test::Wait(1.6);
-        EXPECT_EQ(show.GetPosition(FMOD_TIMEUNIT_PCM), test::sweepFrames);
-        EXPECT_EQ(show.GetPosition(FMOD_TIMEUNIT_MS), 1133u); // 50000 / 44.1, rounded down
-        show.Stop();
-    });
+    cShow show(test::SweepPath());
+    Watch(show, 1.6);
+    EXPECT_EQ(show.GetPosition(FMOD_TIMEUNIT_PCM), test::sweepFrames);
+    EXPECT_EQ(show.GetPosition(FMOD_TIMEUNIT_MS), 1133u); // 50000 / 44.1, rounded down
+    show.Stop();
 }
 
 // 22050 frames a second, each counted as 4 bytes: for the show, which counts on 44100, half speed.
-TEST(Sound, AFileAtAnotherRateCountsItsOwnFrames)
+TEST_P(Sound, AFileAtAnotherRateCountsItsOwnFrames)
 {
-    ExpectWithAndWithoutDevice([] {
-        cShow show(test::MonoSweepPath());
-        test::Wait(0.2);
-        EXPECT_NEAR(show.Watch(0.7).GetSlope(), 0.5, 0.05);
-        test::Wait(0.7);
-        EXPECT_EQ(show.GetPosition(), 4 * test::monoSweepFrames);
-        show.Stop();
-    });
+    cShow show(test::MonoSweepPath());
+    Watch(show, 0.2);
+    EXPECT_NEAR(Watch(show, 0.7).GetSlope(), 0.5, 0.001);
+    Watch(show, 0.7);
+    EXPECT_EQ(show.GetPosition(), 4 * test::monoSweepFrames);
+    show.Stop();
 }
 
-// What goes out to the device: the decoded frames, all of them, in one piece, as loud as they are.
-// One step of 16 bits for the rounding.
-TEST(Sound, EveryFrameIsHeardOnceAndUnchanged)
+// The machine's clock runs on while the program is stopped; the music does not. Nothing of the
+// program runs meanwhile, the device's thread neither.
+TEST_P(Sound, AStoppedProgramGoesOnWhereItWas)
 {
-    const test::cTemporaryFolder folder;
-    EXPECT_TRUE(test::RunAlone("wave", [] {
-        test::WriteFile("sound.conf", "[wave]\nfile = out.wav\n");
-        setenv("ALSOFT_CONF", "sound.conf", 1);
-        cShow show(test::SweepPath(), 0.2);
-        test::Wait(1.7);
-        show.Stop();
-    }));
-    const std::vector<int> sent = WithoutSilenceBefore(ReadWave("out.wav"));
-    const std::vector<int> decoded = WithoutSilenceBefore(Decode(test::SweepPath()));
-    ASSERT_GT(sent.size(), decoded.size());
-    for (size_t i = 0; i < decoded.size(); i++)
-        ASSERT_NEAR(sent[i], decoded[i], 1) << i;
-    for (size_t i = decoded.size(); i < sent.size(); i++)
-        ASSERT_EQ(sent[i], 0) << i;
+    cShow show(LongSweepFile());
+    Watch(show, 1);
+    const double before = show.GetSeconds();
+    mSpeaker.SetStalled(true);
+    cTime::AdvanceWithoutThreads(1.5);
+    mSpeaker.SetStalled(false);
+    // A block, and what the clock waits for it.
+    EXPECT_LT(show.GetSeconds(), before + 0.02 + 0.05);
+    EXPECT_EQ(Watch(show, 1).CountStepsBack(), 0);
+    EXPECT_NEAR(show.GetSeconds(), 2, 0.02);
+    EXPECT_NEAR(Watch(show, 1).GetSlope(), 1, 0.001);
+    show.Stop();
 }
 
-// The machine's clock runs on while the program is stopped; the music does not.
-TEST(Sound, AStoppedProgramGoesOnWhereItWas)
+TEST_P(Sound, ASystemMayBeOpenedAgain)
 {
-    ExpectWithAndWithoutDevice([] {
-        const pid_t program = getpid();
-        if (fork() == 0) {
-            test::Wait(1);
-            kill(program, SIGSTOP);
-            test::Wait(1.5);
-            kill(program, SIGCONT);
-            _exit(0);
-        }
-        const test::cTemporaryFolder folder;
-        const double start = SteadySeconds();
-        cShow show(LongSweepFile());
-        EXPECT_EQ(show.Watch(2.7).CountStepsBack(), 0);
-        // A device without a listener plays what was queued in no time: up to a third of a second.
-        EXPECT_NEAR(show.GetPosition() / 176400.0, SteadySeconds() - start - 1.4, 0.4);
-        EXPECT_NEAR(show.Watch(0.5).GetSlope(), 1, 0.03);
-        show.Stop();
-    });
+    cShow show(test::SweepPath());
+    EXPECT_EQ(show.system->close(), FMOD_OK);
+    testing::internal::GetCapturedStderr();
+    testing::internal::CaptureStderr();
+    EXPECT_EQ(show.system->init(1, 0, nullptr), FMOD_OK);
+    EXPECT_EQ(
+        show.system->createStream(test::SweepPath().c_str(), test::showMode, nullptr, &show.sound),
+        FMOD_OK);
+    EXPECT_EQ(show.system->playSound(FMOD_CHANNEL_FREE, show.sound, false, &show.channel), FMOD_OK);
+    Watch(show, 0.4);
+    EXPECT_NEAR(show.GetSeconds(), 0.4, accuracy);
+    show.Stop();
+}
+
+TEST_P(Sound, ASoundPlayedAgainBeginsAnew)
+{
+    cShow show(test::SweepPath());
+    Watch(show, 0.5);
+    EXPECT_NEAR(show.GetSeconds(), 0.5, accuracy);
+    FMOD::Channel *again = nullptr;
+    EXPECT_EQ(show.system->playSound(FMOD_CHANNEL_FREE, show.sound, false, &again), FMOD_OK);
+    EXPECT_EQ(again, show.channel);
+    EXPECT_EQ(show.GetPosition(), 0u);
+    Watch(show, 1.5);
+    EXPECT_EQ(show.GetPosition(), 4 * test::sweepFrames);
+    show.Stop();
+}
+
+TEST_P(Sound, APausedSoundStaysAtItsBeginning)
+{
+    cShow show(test::SweepPath());
+    show.system->playSound(FMOD_CHANNEL_FREE, show.sound, true, nullptr);
+    Watch(show, 0.3);
+    EXPECT_EQ(show.GetPosition(), 0u);
+    show.Stop();
+}
+
+TEST_P(Sound, TwoSystemsPlaySideBySide)
+{
+    cShow one(test::SweepPath());
+    Watch(one, 0.1);
+    testing::internal::GetCapturedStderr();
+    testing::internal::CaptureStderr(); // the second one says the same
+    cShow two(test::MonoSweepPath());
+    Watch(one, 1.8);
+    EXPECT_EQ(one.GetPosition(), 4 * test::sweepFrames);
+    EXPECT_EQ(two.GetPosition(), 4 * test::monoSweepFrames);
+    one.Stop();
+    two.Stop();
 }

@@ -1,44 +1,17 @@
 #include "tests/sound/SoundTestSupport.h"
 
-#include "sound/SoundRunningTime.h"
 #include "tests/support/TestFiles.h"
 
 #include <gtest/gtest.h>
 
-#include <chrono>
 #include <cmath>
-#include <cstdlib>
 #include <numbers>
-#include <sys/wait.h>
-#include <thread>
-#include <unistd.h>
-
-using vyr::SteadySeconds;
 
 namespace test
 {
 namespace
 {
 const std::string folder = VYR_SOURCE_DIR "/tests/sound/";
-
-pid_t Start(const std::string &drivers, const std::function<void()> &body)
-{
-    std::fflush(nullptr);
-    const pid_t child = fork();
-    if (child != 0)
-        return child;
-    alarm(60); // it hangs, then
-    setenv("ALSOFT_DRIVERS", drivers.c_str(), 1);
-    body();
-    std::exit(testing::Test::HasFailure() ? 1 : 0); // as a program ends, with all that this does
-}
-
-bool HasSucceeded(pid_t child)
-{
-    int status = 0;
-    waitpid(child, &status, 0);
-    return WIFEXITED(status) && WEXITSTATUS(status) == 0;
-}
 } // namespace
 
 std::string SweepPath() { return folder + "SoundSweep.mp3"; }
@@ -73,20 +46,6 @@ std::string LongSweep(int count)
         bytes += once;
     return bytes;
 }
-
-bool RunAlone(const std::string &drivers, const std::function<void()> &body)
-{
-    return HasSucceeded(Start(drivers, body));
-}
-
-void ExpectWithAndWithoutDevice(const std::function<void()> &body)
-{
-    const pid_t with = Start("null", body), without = Start("none", body);
-    EXPECT_TRUE(HasSucceeded(with)) << "with a device";
-    EXPECT_TRUE(HasSucceeded(without)) << "without a device";
-}
-
-void Wait(double seconds) { std::this_thread::sleep_for(std::chrono::duration<double>(seconds)); }
 
 void cStraightness::Add(double time, double position)
 {
@@ -130,7 +89,7 @@ void cStraightness::Fit()
     mRms = std::sqrt(squares / count);
 }
 
-cShow::cShow(const std::string &path, double loadingSeconds)
+cShow::cShow(const std::string &path)
 {
     unsigned int version = 0;
     EXPECT_EQ(FMOD_System_Create(&system), FMOD_OK);
@@ -138,7 +97,6 @@ cShow::cShow(const std::string &path, double loadingSeconds)
     EXPECT_GE(version, 0x44206u);
     EXPECT_EQ(system->init(1, 0, nullptr), FMOD_OK);
     EXPECT_EQ(system->createStream(path.c_str(), showMode, nullptr, &sound), FMOD_OK);
-    Wait(loadingSeconds);
     EXPECT_EQ(system->playSound(FMOD_CHANNEL_FREE, sound, false, &channel), FMOD_OK);
 }
 
@@ -155,17 +113,5 @@ unsigned int cShow::GetPosition(FMOD_TIMEUNIT unit)
     EXPECT_EQ(system->update(), FMOD_OK);
     EXPECT_EQ(channel->getPosition(&position, unit), FMOD_OK);
     return position;
-}
-
-cStraightness cShow::Watch(double seconds)
-{
-    cStraightness straightness;
-    for (const double end = SteadySeconds() + seconds; SteadySeconds() < end; Wait(0.001)) {
-        const double before = SteadySeconds();
-        const double position = GetPosition() / 176400.0;
-        straightness.Add((before + SteadySeconds()) / 2, position);
-    }
-    straightness.Fit();
-    return straightness;
 }
 } // namespace test

@@ -3,7 +3,6 @@
 #include "sound/Sound.h"
 
 #include <cstdint>
-#include <functional>
 #include <string>
 #include <vector>
 
@@ -24,17 +23,6 @@ double DifferenceFromSweep(const std::vector<int16_t> &samples, int channel, int
 
 /// The sweep's file, `count` times in one: a second and more each.
 std::string LongSweep(int count);
-
-/// Runs `body` in a process of its own, with OpenAL's `drivers` (it reads them once a process):
-/// "null" for a device that nobody hears, "none" for no device. True when it ended normally,
-/// without a failed expectation. Use EXPECT in it, and return from it.
-bool RunAlone(const std::string &drivers, const std::function<void()> &body);
-
-/// The same on the null device and on none, side by side: every rule holds with sound and without.
-void ExpectWithAndWithoutDevice(const std::function<void()> &body);
-
-/// Sleeps.
-void Wait(double seconds);
 
 /// How far a position has been from a straight line through all of its readings.
 class cStraightness
@@ -64,14 +52,12 @@ struct cShow
     FMOD::Channel *channel = nullptr;
 
     /// From the start to `playSound`.
-    explicit cShow(const std::string &path, double loadingSeconds = 0);
+    explicit cShow(const std::string &path);
 
     void Stop();
 
     /// One pass of the loop.
     unsigned int GetPosition(FMOD_TIMEUNIT unit = FMOD_TIMEUNIT_PCMBYTES);
-
-    /// The position in seconds at every millisecond of the next `seconds`.
-    cStraightness Watch(double seconds);
+    double GetSeconds() { return GetPosition() / 176400.0; }
 };
 } // namespace test
