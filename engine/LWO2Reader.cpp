@@ -92,8 +92,6 @@ bool cLWO2Reader::ReadChunks(int end)
         const eChunk chunk = ReadChunk(tag);
         if (chunk == eChunk::Malformed || (chunk == eChunk::Skip && !SkipChunk()))
             return false;
-        if (std::feof(mFile))
-            break;
     }
     return true;
 }

@@ -359,6 +359,14 @@ TEST_F(LWO2, FormThatStatesMoreThanItsFileHoldsStillNeedsWholeChunks)
         ExpectRefused(head + skipped.substr(0, length), "skipped chunk");
 }
 
+TEST_F(LWO2, SurfaceOfNothingButItsNamesIsRead)
+{
+    const auto object = ReadChunks(Tags({"a"}) + Surface("a", "") + marker);
+    ASSERT_NE(object, nullptr);
+    EXPECT_EQ(object->mSurfaces.size(), 2u);
+    EXPECT_EQ(object->mSurfaces[0].mTexture, -1);
+}
+
 TEST_F(LWO2, CutOffInAChunkIsRefused)
 {
     const std::vector<std::string> chunks = {

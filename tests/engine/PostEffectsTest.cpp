@@ -15,7 +15,8 @@ using tBytes = std::vector<uint8_t>;
 const int width = 128, height = 72;
 const double pi = 3.14159265358979;
 
-/// A window, and a picture of the window's size in which no two pixels are alike.
+/// A window, and a picture of the window's size in which no two pixels are alike, and no two
+/// neighbours in any channel.
 class PostEffect : public test::cOffscreenTest
 {
 protected:
@@ -23,7 +24,7 @@ protected:
     {
         glColor4f(1, 1, 1, 1);
         mSource = MakePicture([](int x, int y) {
-            return tPixel{2 * x, 255 - x - y, 255 - 3 * y, 255};
+            return tPixel{x + y, 255 - x - y, 128 + x - y, 255};
         });
     }
 

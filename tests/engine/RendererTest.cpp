@@ -1,4 +1,5 @@
 #include "tests/support/OffscreenTest.h"
+#include "tests/support/OpenGLLog.h"
 
 #include <epoxy/gl.h>
 
@@ -44,6 +45,23 @@ std::array<int, 4> GetViewport()
 
 class Renderer : public test::cOffscreenTest
 {};
+
+TEST_F(Renderer, HasNoScaleBeforeItIsGivenOne)
+{
+    const cRenderer renderer;
+    EXPECT_EQ(renderer.GetScaleFactor().x, 1.0f);
+    EXPECT_EQ(renderer.GetScaleFactor().y, 1.0f);
+}
+
+// Mirrored, half of 16:9 in single precision high, and replaced at once by the perspective.
+TEST_F(Renderer, BeginsWithAFrustumThatDoesNotLast)
+{
+    mRenderer.Shutdown();
+    const test::cOpenGLLog log;
+    ASSERT_TRUE(mRenderer.Init(1280, 720, false));
+    EXPECT_EQ(log.LinesOf("glFrustum"),
+              std::vector<std::string>{"glFrustum 0.5 -0.5 -0.888888896 0.888888896 1 1000"});
+}
 
 TEST_F(Renderer, StartsFromItsFixedState)
 {

@@ -42,6 +42,9 @@ void Note(const char *call, Arguments... arguments)
        (mode, count, type, indices), count)                                                        \
     DO(glDeleteFramebuffersEXT, (GLsizei count, const GLuint *names), (count, names), count,       \
        names[0])                                                                                   \
+    DO(glFrustum,                                                                                  \
+       (GLdouble left, GLdouble right, GLdouble bottom, GLdouble top, GLdouble from, GLdouble to), \
+       (left, right, bottom, top, from, to), left, right, bottom, top, from, to)                   \
     DO(glLoadIdentity, (), ())                                                                     \
     DO(glPushMatrix, (), ())                                                                       \
     DO(glPopMatrix, (), ())
