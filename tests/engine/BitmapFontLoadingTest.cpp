@@ -125,6 +125,24 @@ TEST_F(FontLoading, NestingWithinReasonIsRead)
     EXPECT_EQ(font.GetPixelSize(), 3);
 }
 
+TEST_F(FontLoading, AttributesWithinReasonAreRead)
+{
+    const auto element = [](int count) {
+        std::string attributes;
+        for (int i = 1; i < count; i++)
+            attributes += " a" + std::to_string(i) + "='1'";
+        return "<f><common lineHeight='3'" + attributes + "/></f>";
+    };
+    EXPECT_EQ(LoadText(element(256)).GetPixelSize(), 3);
+    EXPECT_EQ(LoadText(element(257)).GetPixelSize(), 0);
+}
+
+TEST_F(FontLoading, KerningWithoutItsCodesIsOfCodeZero)
+{
+    cOpenFont font = LoadText("<f><kerning amount='5'/></f>");
+    EXPECT_EQ(font.mChars.at(0).kerning[0], 5);
+}
+
 TEST_F(FontLoading, ElementsBesideEachOtherAreNoNesting)
 {
     const cOpenFont font =
@@ -141,7 +159,8 @@ TEST_F(FontLoading, CharacterCutShortAtTheEndIsNotFound)
         EXPECT_EQ(mPrinted, notFound) << end;
     }
     EXPECT_EQ(LoadText(whole + "<!-- \xF0\x9F\xA6\x86 -->").GetPixelSize(), 3);
-    EXPECT_EQ(LoadText(whole + "\xF0\x9F\xA6\x86").GetPixelSize(), 3);
+    for (const char *end : {"\xC3\xA4", "\xE2\x82\xAC", "\xF0\x9F\xA6\x86"})
+        EXPECT_EQ(LoadText(whole + end).GetPixelSize(), 3) << end;
 }
 
 TEST_F(FontLoading, AFolderIsNoDescription)

@@ -303,6 +303,22 @@ TEST_F(FontRendering, APageOfThreeComponentsIsReadAsFour)
     EXPECT_EQ(Draw(font, {"a"}, {2, 2}), (tRows{{4, 0}, {0, 0}})) << "the fourth byte of six";
 }
 
+// Two columns of the glyph are left of the largest number; the others wrap around, thus count as
+// the image's first at the start of a line, of a row that is far above the image.
+TEST_F(FontRendering, ColumnsWrapAroundAtTheEndOfAllNumbers)
+{
+    cOpenFont font = Load(Letters());
+    cBitmapFont::CharInfo &info = font.mChars['a'];
+    info.width = 4;
+    info.height = 1;
+    info.xoffset = std::numeric_limits<int>::max() - 1; // 2^31 - 2
+    info.yoffset = -(1 << 27) + 1;                      // of 16 pixels each: 16 - 2^31
+    tRows expected(2, tBytes(16, 0));
+    expected[0][14] = 10;
+    expected[0][15] = 11;
+    EXPECT_EQ(Draw(font, {"a"}, {16, 2}), expected);
+}
+
 // A glyph takes no more pixels than the page has: as many as these claim would take days.
 TEST_F(FontRendering, NumbersOfAnySizeEndAndStayInsideTheImage)
 {

@@ -359,6 +359,54 @@ TEST_F(LWO2, FormThatStatesMoreThanItsFileHoldsStillNeedsWholeChunks)
         ExpectRefused(head + skipped.substr(0, length), "skipped chunk");
 }
 
+TEST_F(LWO2, PartsOfAClipThatAreSkippedTakeTheirPaddingAlong)
+{
+    const std::string parts = SubChunk("XREF", "odd") + SubChunk("STIL", S0("a.png")) +
+                              SubChunk("XREF", "") + SubChunk("XREF", "even");
+    const auto object = ReadChunks(Chunk("CLIP", U4(7) + parts) + marker);
+    ASSERT_NE(object, nullptr);
+    ASSERT_EQ(object->mClips.size(), 1u);
+    EXPECT_EQ(object->mClips[0].mClipIndex, 7);
+    EXPECT_EQ(object->mSurfaces.size(), 1u);
+}
+
+// The number of the clip stands at the end of its block, in two bytes or in four.
+TEST_F(LWO2, ImageAtTheEndOfItsBlockIsRead)
+{
+    test::WritePng("data/a.png", 1, 1, 4, {1, 2, 3, 4});
+    const std::string start = Tags({"a"}) + Clip(0x10001, "data/a.png");
+    const std::string number("\xFF\x01\x00\x01", 4);
+    const auto object = ReadChunks(start + Surface("a", SubChunk("BLOK", "IMAG" + U2(4) + number)));
+    ASSERT_NE(object, nullptr);
+    EXPECT_EQ(object->mSurfaces[0].mTexture, 0);
+    ExpectRefused(Form(start + Surface("a", SubChunk("BLOK", "IMAG" + U2(4) + "\xFF\x01x"))),
+                  "cut off");
+}
+
+TEST_F(LWO2, ChunkOfNothingIsSkipped)
+{
+    const auto object = ReadChunks("LAYR" + U4(0) + marker);
+    ASSERT_NE(object, nullptr);
+    EXPECT_EQ(object->mSurfaces.size(), 1u);
+}
+
+TEST_F(LWO2, NoMoreNamesMayComeAfterThePolygonsHaveTheirs)
+{
+    const auto object = ReadChunks(TriangleChunks() + "TAGS" + U4(0) + Points({{1, 1}}));
+    ASSERT_NE(object, nullptr);
+    EXPECT_EQ(object->mVertices.size(), 4u);
+}
+
+TEST_F(LWO2, PathOf199CharactersIsTheLongest)
+{
+    const std::string longest(199, 'n');
+    test::WriteFile(longest, Form(""));
+    test::WriteFile(longest + "n", Form(""));
+    const std::unique_ptr<c3DObject> object(c3DObject::CreateFromLWO2(longest));
+    EXPECT_NE(object, nullptr);
+    EXPECT_EQ(c3DObject::CreateFromLWO2(longest + "n"), nullptr);
+}
+
 TEST_F(LWO2, SurfaceOfNothingButItsNamesIsRead)
 {
     const auto object = ReadChunks(Tags({"a"}) + Surface("a", "") + marker);

@@ -130,6 +130,24 @@ TEST(Mesh, BackupKeepsTheVertices)
     ExpectNear(object.mBackupVertices[0].mPosition, 0, 0, 0);
 }
 
+// Of the first polygon, whatever the second one has.
+TEST(RenderObject, TextureIsTheFirstPolygonsOrNone)
+{
+    c3DObject object;
+    object.mVertices.resize(3);
+    object.mSurfaces.resize(1);
+    object.mSurfaces[0].mTexture = 7;
+    object.mPolygons.resize(2);
+    for (c3DObject::cPolygon &polygon : object.mPolygons)
+        polygon.mIndices = {0, 1, 2};
+    for (size_t shown : {size_t(0), size_t(1)}) {
+        object.mPolygons[shown].mSurface = &object.mSurfaces[0];
+        object.mPolygons[1 - shown].mSurface = nullptr;
+        const cHeld held(object);
+        EXPECT_EQ(held->mTexture, shown == 0 ? 7 : -1);
+    }
+}
+
 TEST(RenderObject, HoldsTheVerticesWithTheTextureTurnedUpsideDown)
 {
     c3DObject object = Triangle();

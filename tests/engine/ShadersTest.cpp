@@ -122,7 +122,11 @@ TEST_F(Shaders, ResourcesResolveAgainstTheWorkingFolder)
     EXPECT_EQ(Create("a.vs", "a.fs", false), "");
     EXPECT_EQ(DrawnPixel(), green);
     const std::string missing = Create("a.vs", "nowhere", true);
-    EXPECT_EQ(Create("a.vs", std::string(200, 'n'), false), missing);
+    test::WriteFile(std::string(200, 'n'), greenSource);
+    EXPECT_EQ(Create("a.vs", std::string(200, 'n'), false), missing) << "longer than a resource's";
     ExpectOpenGLError(GL_INVALID_OPERATION);
+    test::WriteFile(std::string(199, 'n'), greenSource);
+    EXPECT_EQ(Create("a.vs", std::string(199, 'n'), false), "");
+    EXPECT_EQ(DrawnPixel(), green);
 }
 } // namespace
