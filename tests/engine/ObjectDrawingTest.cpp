@@ -1,4 +1,5 @@
 #include "tests/support/OffscreenTest.h"
+#include "tests/support/OpenGLLog.h"
 
 #include <epoxy/gl.h>
 
@@ -204,6 +205,19 @@ TEST_F(Objects, SphereMapGeneratesItsCoordinates)
 }
 
 // The end of a normal's line, caught by feedback: (1, 2, 3) with (0, 1, 0) ends at (1, 2.1, 3).
+// From each point a tenth of its normal on, each coordinate by its own.
+TEST_F(Objects, NormalsGoFromTheirPointsOn)
+{
+    AddVertex(1, 2);
+    mMesh.mVertices[0].mPosition.z = 4;
+    mMesh.mVertices[0].mNormal = {2.5f, 5, -10};
+    c3DObject::cRenderObject *object = Flatten();
+    const test::cOpenGLLog log;
+    mRenderer.RenderObject(object, cRenderer::RENDERMODE_NORMALS, -1);
+    EXPECT_EQ(log.LinesOf("glVertex3f"),
+              (std::vector<std::string>{"glVertex3f 1 2 4", "glVertex3f 1.25 2.5 3"}));
+}
+
 TEST_F(Objects, NormalsAreLinesOfATenth)
 {
     AddVertex(1, 2);

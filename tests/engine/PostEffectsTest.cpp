@@ -1,4 +1,5 @@
 #include "tests/support/OffscreenTest.h"
+#include "tests/support/OpenGLLog.h"
 
 #include <epoxy/gl.h>
 
@@ -270,6 +271,15 @@ TEST_F(FeedbackBlur, ThePlainCopiesTakeTheCurrentColorAsItStands)
     const tPixel pixel = ReadPixel(60, 30);
     EXPECT_NEAR(pixel[0], 50, 1);
     EXPECT_EQ(pixel[1], 200);
+}
+
+TEST_F(FeedbackBlur, DrawsInThePlaneOfTheWindow)
+{
+    const test::cOpenGLLog log;
+    mRenderer.Post_FeedbackBlur(mSource, 1.1f, 0.8f);
+    EXPECT_FALSE(log.LinesOf("glVertex3f").empty());
+    for (const std::string &line : log.LinesOf("glVertex3f"))
+        EXPECT_TRUE(line.ends_with(" 0")) << line;
 }
 
 TEST_F(FeedbackBlur, LeavesAdditiveBlendingAndWhite)

@@ -29,6 +29,7 @@ void Note(const char *call, Arguments... arguments)
     DO(glColor4f, (GLfloat r, GLfloat g, GLfloat b, GLfloat a), (r, g, b, a), r, g, b, a)          \
     DO(glTexCoord2f, (GLfloat s, GLfloat t), (s, t), s, t)                                         \
     DO(glVertex2f, (GLfloat x, GLfloat y), (x, y), x, y)                                           \
+    DO(glVertex3f, (GLfloat x, GLfloat y, GLfloat z), (x, y, z), x, y, z)                          \
     DO(glBindTexture, (GLenum target, GLuint name), (target, name), name)                          \
     DO(glUseProgram, (GLuint program), (program), program)                                         \
     DO(glUniform1f, (GLint location, GLfloat v), (location, v), location, v)                       \
