@@ -53,7 +53,7 @@ protected:
         return house::Shell("cmake -DCOMPILER=" VYR_BINARY_DIR "/bin/vyr-tracks"
                             " -DTIMELINE=timeline.txt -DRECORD=tracks.made -DFOLDER=" +
                                 mFolder.string() +
-                                " -P " VYR_SOURCE_DIR "/tools/tracks/CompileMissing.cmake",
+                                " -P " VYR_SOURCE_DIR "/cmake/CompileMissing.cmake",
                             mRoot);
     }
     void BuildWell() const
