@@ -2,6 +2,8 @@
 
 #include <charconv>
 #include <cmath>
+#include <cstdio>
+#include <cstdlib>
 #include <limits>
 
 namespace vyr
@@ -77,6 +79,27 @@ bool ParsePositive(std::string_view text, const cTempo &tempo, double &rows, std
     rows = tempo.Rows(rows);
     return true;
 }
+// Of "43.6s".
+int DecimalsOf(std::string_view seconds)
+{
+    const size_t point = seconds.find('.');
+    return point == std::string_view::npos ? 0 : int(seconds.size() - point) - 2;
+}
+
+// With `decimals` or more, as many as it takes to read back as the same row.
+std::string FormatSeconds(int row, int decimals, const cTempo &tempo)
+{
+    const int mostDecimals = 9;
+    for (int count = decimals; count <= mostDecimals && tempo.HasSeconds(); count++) {
+        char text[64];
+        std::snprintf(text, sizeof text, "%.*fs", count, tempo.Seconds(row));
+        int again = 0;
+        std::string ignored;
+        if (ParseRow(text, tempo, again, ignored) && again == row)
+            return text;
+    }
+    return FormatRow(row, tempo);
+}
 } // namespace
 
 bool ParsePosition(std::string_view text, const cTempo &tempo, double &rows, std::string &expected)
@@ -116,6 +139,41 @@ std::string FormatRow(int row, const cTempo &tempo)
     return std::to_string(row / tempo.RowsPerBar()) + ":" +
            std::to_string(row / tempo.mRowsPerBeat % tempo.mBeatsPerBar) + ":" +
            std::to_string(row % tempo.mRowsPerBeat);
+}
+
+eTimeUnit UnitOf(std::string_view time)
+{
+    if (!time.empty() && time.back() == 's')
+        return eTimeUnit::Seconds;
+    const size_t colon = time.find(':');
+    if (colon == std::string_view::npos)
+        return eTimeUnit::Rows;
+    return time.rfind(':') == colon ? eTimeUnit::BarsAndBeats : eTimeUnit::BarsBeatsAndRows;
+}
+
+std::string FormatRowLike(int row, std::string_view like, const cTempo &tempo)
+{
+    const eTimeUnit unit = UnitOf(like);
+    const bool isSmallest =
+        row == std::numeric_limits<int>::min(); // it has no positive counterpart
+    if (unit == eTimeUnit::Rows || isSmallest)
+        return std::to_string(row);
+    if (unit == eTimeUnit::Seconds)
+        return FormatSeconds(row, DecimalsOf(like), tempo);
+    std::string bars = FormatRow(std::abs(row), tempo);
+    if (unit == eTimeUnit::BarsAndBeats && row % tempo.mRowsPerBeat == 0)
+        bars.resize(bars.rfind(':'));
+    return (row < 0 ? "-" : "") + bars;
+}
+
+bool ParseValue(std::string_view text, float &value, std::string &expected)
+{
+    const char *end = text.data() + text.size();
+    const auto result = std::from_chars(text.data(), end, value);
+    const bool isTooLarge = result.ec == std::errc::result_out_of_range;
+    expected = isTooLarge ? "a number in the range of single precision"
+                          : "a value: a number or a declared name";
+    return result.ec == std::errc() && result.ptr == end && std::isfinite(value);
 }
 
 std::string FormatValue(float value)

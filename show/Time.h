@@ -20,6 +20,25 @@ bool ParseRow(std::string_view text, const cTempo &tempo, int &row, std::string 
 /// "24:2:4"; negative rows as a plain number.
 std::string FormatRow(int row, const cTempo &tempo);
 
+/// How a time is written.
+enum class eTimeUnit
+{
+    Rows,             ///< 768
+    BarsAndBeats,     ///< 24:0
+    BarsBeatsAndRows, ///< 24:0:0
+    Seconds           ///< 43.6s
+};
+eTimeUnit UnitOf(std::string_view time);
+
+/// `row` in the unit and the number of decimals of `like`, a time as it is written: in bars and
+/// beats with rows where it lies on no beat, in seconds with more decimals where the row needs
+/// them. It reads back as `row`.
+std::string FormatRowLike(int row, std::string_view like, const cTempo &tempo);
+
+/// Reads a decimal number in the range of single precision. False, with what was expected in
+/// `expected`, when `text` is none.
+bool ParseValue(std::string_view text, float &value, std::string &expected);
+
 /// The shortest text that reads back as the same value, the sign of zero included.
 std::string FormatValue(float value);
 } // namespace vyr

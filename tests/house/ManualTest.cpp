@@ -49,7 +49,7 @@ TEST(Manual, CheckPageNamesTheOptionsThatItHas)
 TEST(Manual, TracksPageNamesTheOptionsOfAllCommands)
 {
     std::string help = HelpOf("vyr-tracks", {});
-    for (const char *command : {"compile", "dump", "sample", "plot", "captions"})
+    for (const char *command : {"compile", "edit", "dump", "sample", "plot", "captions"})
         help += HelpOf("vyr-tracks", {command});
     EXPECT_EQ(LongOptions(PageOf("vyr-tracks")), LongOptions(help));
 }

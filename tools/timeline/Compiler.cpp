@@ -1,7 +1,7 @@
 #include "tools/timeline/Compiler.h"
 
-#include "tools/support/TrackFolder.h"
 #include "show/Time.h"
+#include "tools/support/TrackFolder.h"
 
 #include <algorithm>
 #include <bit>

@@ -111,11 +111,12 @@ public:
 
     bool CanUndo() const { return mHistory.CanUndo(); }
     bool CanRedo() const { return mHistory.CanRedo(); }
-    void Undo();
+    void Undo(); ///< nothing where there is nothing to take back
     void Redo();
 
 private:
-    friend class cKeyEditor;
+    friend class cKeyPlan;
+    friend class cKeyWriter;
     friend class cSectionEditor;
 
     /// Where a key line belongs.
@@ -129,7 +130,14 @@ private:
     void TakeTracks(const std::vector<cPlacedTrack> &placed);
     void IndexLines();
     void Reread();
+    void Note(tPatches done);
+    bool MeansTheSame(const std::vector<cPlacedTrack> &placed,
+                      const std::vector<cTrack> &expected) const;
     bool Finish(tPatches done, const std::vector<cTrack> &expected, cTextFault &refusal);
+    std::string_view ContentOf(int line) const { return mText.Content(line - 1); } // from 1
+    tLineId IdOf(int line) const { return mText.At(line - 1).mId; }
+    int LastLineOf(size_t section) const;
+    bool IsAligned(const cBlock &block, size_t key, size_t word) const;
     int NumberOf(tLineId id) const { return mText.Find(id) + 1; }
     const cOrigin *OriginOf(tLineId id) const;
     const cKey &KeyOf(const cOrigin &origin) const;
@@ -143,8 +151,8 @@ private:
     std::vector<int> mOriginOfLine; ///< index into mOrigins by line, from 0; -1: no key there
     std::vector<cOrigin> mOrigins;
     cHistory mHistory;
-    int mDepth = 0;  ///< of Begin
-    tPatches mGroup; ///< what has been done since the outermost one
+    tPatches mGroup;                  ///< what has been done since the outermost Begin
+    std::vector<size_t> mGroupStarts; ///< its length at each Begin
     std::string mFixed;
 };
 } // namespace timeline

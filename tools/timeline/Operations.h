@@ -33,7 +33,7 @@ struct cClip
     struct cEntry
     {
         std::string mTrack;
-        int mOffset = 0; ///< rows from the clip's first key
+        long long mOffset = 0; ///< rows from the clip's first key
         float mValue = 0.0f;
         signed char mType = 0;
         std::string mWord; ///< that the value was written by

@@ -1,7 +1,7 @@
 #include "tools/timeline/Statements.h"
 
-#include "tools/support/Nearest.h"
 #include "show/Time.h"
+#include "tools/support/Nearest.h"
 
 #include <algorithm>
 #include <charconv>
@@ -95,8 +95,7 @@ bool cStatements::ReadTempo(const cLine &line)
                     "tempo only once (line " + std::to_string(mTempoLine) + " has said it)");
     mTempoLine = line.mNumber;
     // What times mean is not known after a faulty line; so wide a measure takes nearly all of them.
-    mTimeline.mTempo =
-        vyr::TempoOf(120.0, vyr::kMaximumRowsPerBeat, vyr::kMaximumBeatsPerBar);
+    mTimeline.mTempo = vyr::TempoOf(120.0, vyr::kMaximumRowsPerBeat, vyr::kMaximumBeatsPerBar);
     if (mFirstLine != line.mNumber)
         return Fail(line, 0,
                     "tempo before anything else (line " + std::to_string(mFirstLine) +
@@ -249,13 +248,8 @@ bool cStatements::ReadValue(const cLine &line, size_t index, float &value)
         value = found->second;
         return true;
     }
-    const char *end = token.mText.data() + token.mText.size();
-    const auto result = std::from_chars(token.mText.data(), end, value);
-    if (result.ec == std::errc::result_out_of_range)
-        return Fail(line, index, "a number in the range of single precision");
-    if (result.ec != std::errc() || result.ptr != end || !std::isfinite(value))
-        return Fail(line, index, expected);
-    return true;
+    std::string reason;
+    return vyr::ParseValue(token.mText, value, reason) || Fail(line, index, reason);
 }
 
 bool cStatements::ReadInterpolation(const cLine &line, size_t index, signed char &type)

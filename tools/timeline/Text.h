@@ -1,5 +1,6 @@
 #pragma once
 
+#include <deque>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -39,11 +40,13 @@ public:
     explicit cText(std::string_view bytes = "");
 
     std::string Bytes() const;
-    int Count() const { return int(mLines.size()); }
-    const cTextLine &At(int index) const { return mLines[size_t(index)]; }
+    int Count() const { return int(mOrder.size()); }
+    const cTextLine &At(int index) const { return mLines[size_t(mOrder[size_t(index)])]; }
     std::string_view Content(int index) const { return At(index).Content(); }
     /// Where the line `id` stands now; -1 when it is not there.
     int Find(tLineId id) const;
+    /// Makes Find quick again after lines have come and gone.
+    void Settle() { mPlaces.clear(); }
 
     /// Gives line `index` another content; its line end and its identity stay.
     void Replace(int index, std::string_view content, tPatches &done);
@@ -59,11 +62,14 @@ public:
 private:
     void Do(cPatch patch, tPatches &done);
     void Exchange(int first, size_t count, const std::vector<cTextLine> &lines);
+    void WriteDownPlaces() const;
     cTextLine NewLine(std::string_view bytes) { return {mNextId++, std::string(bytes)}; }
     std::string_view LineEndFor(int index) const;
 
-    std::vector<cTextLine> mLines;
+    std::deque<cTextLine> mLines; ///< by their identity, those that have gone too
+    std::vector<tLineId> mOrder;  ///< of those that are there
     tLineId mNextId = 0;
-    mutable std::vector<int> mIndices; ///< of the lines by their identity; empty when out of date
+    mutable std::vector<int> mPlaces; ///< by identity, as they were; empty: not written down yet
+    mutable int mMoved = 0;           ///< how many lines have come or gone since
 };
 } // namespace timeline

@@ -27,12 +27,28 @@ void AddTempo(CLI::App *command, cOptions &options)
                         "text to take the tempo from (default: the show's own)");
 }
 
+void AddEdit(CLI::App &app, cOptions &options, int &status)
+{
+    CLI::App *edit = Add(app, "edit", "changes in a timeline's text", RunEdit, options, status);
+    edit->add_option("TIMELINE", options.mTimeline, "the text, changed in place")->required();
+    edit->add_option("EDIT", options.mEdit,
+                     "set TRACK TIME VALUE [INTERPOLATION], move TRACK TIME NEWTIME, delete TRACK "
+                     "TIME, detach TRACK TIME, insert TIME LENGTH or remove TIME LENGTH")
+        ->expected(1, 8);
+    edit->add_option("-o", options.mOutput, "file for the result (default: TIMELINE itself)");
+    edit->add_option("--script", options.mScript, "file of edits, one a line; - is standard input");
+    edit->add_flag("--pattern", options.mIsPattern, "change all copies of a repeated section");
+    edit->add_flag("--dry-run", options.mIsDryRun, "print a unified diff and write nothing");
+}
+
 void AddCommands(CLI::App &app, cOptions &options, int &status)
 {
     CLI::App *compile =
         Add(app, "compile", "text timeline to track files", RunCompile, options, status);
     compile->add_option("TIMELINE", options.mTimeline, "the text")->required();
     compile->add_option("-o", options.mOutput, "folder for the track files")->required();
+
+    AddEdit(app, options, status);
 
     CLI::App *dump = Add(app, "dump", "track files to text", RunDump, options, status);
     AddFolder(dump, options);
