@@ -66,15 +66,6 @@ std::unique_ptr<cShow> CreateShow(void *library)
     return std::unique_ptr<cShow>(create());
 }
 
-cShowDescription DescribeChecked(const cShow &show)
-{
-    cShowDescription description = show.Describe();
-    const auto faults = FindFaults(description);
-    if (!faults.empty())
-        throw cShowError("Describe: " + faults.front());
-    return description;
-}
-
 // Runs `call`; whatever it throws becomes one line that begins with `where`.
 template <typename T>
 auto Explained(const std::string &where, T call)
@@ -86,6 +77,17 @@ auto Explained(const std::string &where, T call)
     } catch (...) {
         throw cShowError(where + ": threw something that is no std::exception");
     }
+}
+
+cShowDescription DescribeChecked(const cShow &show)
+{
+    return Explained("Describe", [&] {
+        cShowDescription description = show.Describe();
+        const auto faults = FindFaults(description);
+        if (!faults.empty())
+            throw cShowError(faults.front());
+        return description;
+    });
 }
 
 std::string ToText(double row)

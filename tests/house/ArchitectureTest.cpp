@@ -90,8 +90,8 @@ std::vector<cInclude> ReadIncludes(const std::string &folder)
 // Headers of the language and the system are everybody's.
 bool IsOfTheSystem(const std::string &name)
 {
-    static const Names system{"dlfcn.h", "elf.h",    "fcntl.h",  "poll.h",
-                               "signal.h", "spawn.h", "unistd.h"};
+    static const Names system{"dlfcn.h",  "elf.h",   "fcntl.h", "poll.h",
+                              "signal.h", "spawn.h", "unistd.h"};
     const bool isOfTheLanguage = name.find_first_of("./") == std::string::npos;
     return isOfTheLanguage || system.count(name) || name.starts_with("sys/");
 }

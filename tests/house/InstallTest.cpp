@@ -141,7 +141,7 @@ TEST(Subdirectory, OffersNoOtherTargets)
     const auto result =
         house::Shell(configure + ">/dev/null; ninja -C build -t targets all", guest);
     ASSERT_EQ(result.mStatus, 0) << house::Transcript(result);
-    for (const char *target : {"demo:", "show:", "vyr-record:", "vyr-tracks:", "sync-track:"})
+    for (const char *target : {"demo:", "show:", "vyr-record:", "vyr-check:", "sync-track:"})
         EXPECT_EQ(result.mOutput.find(target), std::string::npos) << target;
     EXPECT_NE(result.mOutput.find("libvyr_engine.a:"), std::string::npos);
 }

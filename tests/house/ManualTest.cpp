@@ -46,6 +46,11 @@ TEST(Manual, CheckPageNamesTheOptionsThatItHas)
     EXPECT_EQ(LongOptions(PageOf("vyr-check")), LongOptions(HelpOf("vyr-check", {})));
 }
 
+TEST(Manual, NewPageNamesTheOptionsThatItHas)
+{
+    EXPECT_EQ(LongOptions(PageOf("vyr-new")), LongOptions(HelpOf("vyr-new", {})));
+}
+
 TEST(Manual, TracksPageNamesTheOptionsOfAllCommands)
 {
     std::string help = HelpOf("vyr-tracks", {});

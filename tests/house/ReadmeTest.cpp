@@ -32,13 +32,13 @@ protected:
     }
 
     // As somebody who has seen enough.
-    static void EndNextWindow(test::cProcess &process)
+    static void EndNextWindow(test::cProcess &process, const std::string &title = "Demo")
     {
         test::cScreen screen;
-        if (!screen.WaitForWindow("Demo", process))
+        if (!screen.WaitForWindow(title, process))
             return; // it ended with a fault, which is reported at the end
         screen.PressEscape();
-        while (screen.WaitForWindow("Demo", 0.0))
+        while (screen.WaitForWindow(title, 0.0))
             continue;
     }
 
@@ -104,8 +104,9 @@ TEST_F(Typed, AuthoringPageEndsInARecording)
 {
     test::cProcess author =
         Start(house::Script(VYR_SOURCE_DIR "/docs/authoring.md", {installation}), "");
-    EndNextWindow(author);
+    EndNextWindow(author, "Night");
     ExpectGood(author);
-    ExpectMade(sClone.parent_path() / "home/night", {"plot.svg", "still.png", "night.mp4"});
+    ExpectMade(sClone.parent_path() / "home/night",
+               {"plot.svg", "still.png", "sheet.png", "night.mp4"});
 }
 } // namespace
