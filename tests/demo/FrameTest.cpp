@@ -67,15 +67,23 @@ protected:
         return mRenderer.CreateShader("a.vs", "a.fs", true);
     }
 
+    // One pixel, which counts as a picture of that size.
+    int MakeFlat(float width, float height, const tPixel &color)
+    {
+        const int texture = MakeTexture(1, 1, color);
+        mTextures.GetTexture(texture).mSize = {width, height};
+        return texture;
+    }
+
     // Photo i is (100 + i, 0, 0), lyric i (0, 100 + i, 0).
     void MakeTextures()
     {
         for (int i = 0; i < kPhotoCount; i++)
-            mShow.mAssets.mPhotos[size_t(i)] = MakeTexture(200, 100, tPixel{100 + i, 0, 0, 255});
+            mShow.mAssets.mPhotos[size_t(i)] = MakeFlat(200, 100, tPixel{100 + i, 0, 0, 255});
         for (int i = 0; i < kLyricCount; i++)
-            mShow.mAssets.mLyrics[size_t(i)] = MakeTexture(50, 20, tPixel{0, 100 + i, 0, 255});
-        mShow.mAssets.mLogo = MakeTexture(100, 50, tPixel{0, 0, 255, 255});
-        mShow.mAssets.mVignette = MakeTexture(1000, 30, tPixel{9, 9, 9, 255});
+            mShow.mAssets.mLyrics[size_t(i)] = MakeFlat(50, 20, tPixel{0, 100 + i, 0, 255});
+        mShow.mAssets.mLogo = MakeFlat(100, 50, tPixel{0, 0, 255, 255});
+        mShow.mAssets.mVignette = MakeFlat(1000, 30, tPixel{9, 9, 9, 255});
         mShow.mAssets.mTunnelTexture = MakeTexture(1, 1, tPixel{255, 255, 255, 255});
     }
 
@@ -216,6 +224,9 @@ protected:
         for (eTrack place : {LYRICS_X, LYRICS_Y, OBJECT_X, OBJECT_Y, FLARE_X, FLARE_Y, FLARE_SIZE})
             Set(place, 0);
         Set(OBJECT_Z, -4);
+        glScissor(632, 312, 16, 16); // only what is looked at
+        glEnable(GL_SCISSOR_TEST);
+        DrawFrame(mShow, 5.0, 0.0); // the first frame of a run still has depth testing on
     }
 
     void Stretch(int texture)
@@ -223,7 +234,11 @@ protected:
         mTextures.GetTexture(texture).mSize = {kDesignWidth, kDesignHeight};
     }
 
-    tPixel Seen() { return Draw().At(640, 400); }
+    tPixel Seen()
+    {
+        DrawFrame(mShow, 5.0, 0.0);
+        return ReadPixel(640, 400);
+    }
 };
 
 TEST_F(Stack, EachLayerCoversThoseThatComeBeforeIt)
