@@ -121,16 +121,22 @@ TEST_F(Installed, EveryHeaderCompilesByItself)
     EXPECT_NE(result.mOutput.find("engine/Renderer.h"), std::string::npos);
 }
 
-// As a part of another project vyr is its libraries: no show, no tools, no tests, no installation.
+// As a part of another project vyr is its libraries, and what builds a show: no show of its own, no
+// other tools, no tests, no installation.
 TEST(Subdirectory, BuildsTheLibrariesThatAreUsedAndNothingElse)
 {
-    const fs::path guest = WriteGuest("subdirectory-guest", "add_subdirectory(" VYR_SOURCE_DIR
-                                                            " vyr EXCLUDE_FROM_ALL)\n");
+    const fs::path guest = WriteGuest(
+        "subdirectory-guest", "add_subdirectory(" VYR_SOURCE_DIR " vyr EXCLUDE_FROM_ALL)\n",
+        programs + "vyr_add_show(night SOURCES night.cpp TIMELINE night.txt DATA data)\n");
+    fs::copy(VYR_SOURCE_DIR "/examples/night", guest,
+             fs::copy_options::recursive | fs::copy_options::skip_existing);
     const auto result = house::Shell(configure + "; cmake --build build -j2", guest);
     ASSERT_EQ(result.mStatus, 0) << house::Transcript(result);
     ExpectProgramsRun(guest);
     EXPECT_FALSE(fs::exists(guest / "build/show"));
-    EXPECT_FALSE(fs::exists(guest / "build/bin"));
+    EXPECT_FALSE(fs::exists(guest / "build/vyr/bin/vyr-record"));
+    for (const char *file : {"night", "show.so", "data/moon.png", "sync_moon:x.track"})
+        EXPECT_TRUE(fs::exists(guest / "build/night" / file)) << file;
     EXPECT_FALSE(fs::exists(guest / "build/vyr/tests"));
 }
 
@@ -141,7 +147,7 @@ TEST(Subdirectory, OffersNoOtherTargets)
     const auto result =
         house::Shell(configure + ">/dev/null; ninja -C build -t targets all", guest);
     ASSERT_EQ(result.mStatus, 0) << house::Transcript(result);
-    for (const char *target : {"demo:", "show:", "vyr-record:", "vyr-check:", "sync-track:"})
+    for (const char *target : {"demo:", "\nshow:", "vyr-record:", "vyr-check:", "sync-track:"})
         EXPECT_EQ(result.mOutput.find(target), std::string::npos) << target;
     EXPECT_NE(result.mOutput.find("libvyr_engine.a:"), std::string::npos);
 }
