@@ -1,6 +1,6 @@
-#include "tests/timeline/Editing.h"
 #include "show/Tempo.h"
 #include "show/Time.h"
+#include "tests/timeline/Editing.h"
 
 #include <gtest/gtest.h>
 
@@ -233,6 +233,17 @@ private:
     tKeys mCome;
 };
 
+// What the plan allows, the text can say: nothing is refused for how it would be written.
+bool IsOfThePlan(const std::string &refusal)
+{
+    for (const char *known :
+         {"expected a key of its own", "expected a free row", "expected a time within section",
+          "expected one key a row, found two that would come"})
+        if (refusal.starts_with(known))
+            return true;
+    return false;
+}
+
 std::vector<std::string> LinesOf(const std::string &text)
 {
     std::vector<std::string> lines{""};
@@ -277,8 +288,7 @@ TEST(RandomEdits, ChangeOnlyWhatTheyNameAndCanBeTakenBack)
             timeline::cTextFault refusal;
             if (!document->Apply(edit.mEdits, refusal)) {
                 ASSERT_EQ(document->Text(), before);
-                // What the plan allows, the text can say.
-                ASSERT_EQ(refusal.mWhat.find("leaves all other keys"), std::string::npos) << before;
+                ASSERT_TRUE(IsOfThePlan(refusal.mWhat)) << refusal.mWhat << "\n" << before;
                 refused++;
                 continue;
             }
