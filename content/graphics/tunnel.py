@@ -2,8 +2,9 @@
 through slice after slice.
 
 The show multiplies it with magenta (red and blue rise with distance, green is gone) and draws it
-in three nested squares a slice. So only red and blue carry colour here: pink rims and violet
-figures. The square's border is empty, or one would see it; the smallest copy is drawn five times
+in three nested squares a slice. So only red and blue carry colour here, and each has a part of the
+dial for itself: rims and hours are red, figures and fog are blue. Where they lie over each other in
+the depth they become magenta. The square's border is empty, or one would see it; the smallest copy is drawn five times
 smaller than the texture without mipmaps, so nothing is finer than about five pixels.
 """
 
@@ -63,13 +64,13 @@ def tunnel():
     picture = ink.canvas(SIZE, SIZE)
     fog = ink.smooth(0.40, 0.72, radius) * ink.smooth(0.97, 0.80, radius)
     swirl = 0.75 + 0.25 * np.cos(np.radians(angle) * 3 + radius * 5)
-    ink.paint(picture, fog * swirl, "#A060FF", 0.14)
-    ink.paint(picture, ink.blur(_band(radius, 0.86, 0.03), 9), "#FF6090", 0.5)
+    ink.paint(picture, fog * swirl, "#2848FF", 0.42)
+    ink.paint(picture, ink.blur(_band(radius, 0.86, 0.03), 9), "#FF2030", 0.55)
     for mask, colour, opacity in (
-        (_band(radius, 0.86, 0.022), "#FFC0D8", 0.95),
-        (_ticks(radius, angle, 6, 0.010, 0.79, 0.815), "#C8B0FF", 0.45),
-        (_bars(radius, angle), "#FF9CB4", 0.95),
-        (_figures(0.655 * SIZE / 2, 58), "#F4E6FF", 0.95),
+        (_band(radius, 0.86, 0.022), "#FF6040", 0.95),
+        (_ticks(radius, angle, 6, 0.010, 0.79, 0.815), "#4060FF", 0.7),
+        (_bars(radius, angle), "#FF3838", 0.95),
+        (_figures(0.655 * SIZE / 2, 58), "#7088FF", 0.95),
     ):
         ink.paint(picture, mask, colour, opacity)
     return picture * ink.smooth(0.985, 0.90, radius)[..., None]

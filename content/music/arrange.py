@@ -109,7 +109,7 @@ class Arranger:
                 continue
             bright = section.setting("arp.bright", sixteenth, 0.5) + self.chance.uniform(-0.04, 0.04)
             level = section.setting("arp.level", sixteenth, 1.0) * self._human(1.0 if sixteenth % 4 == 0 else 0.75, 0.12)
-            pan = 0.6 * (1 if int(sixteenth) % 2 else -1) * self.chance.uniform(0.5, 1.0)
+            pan = section.setting("arp.width", sixteenth, 0.6) * (1 if int(sixteenth) % 2 else -1) * self.chance.uniform(0.5, 1.0)
             self._add("Arp", sixteenth, 1.0, level, self.chord_at(sixteenth).ladder(int(cell)), bright, pan)
 
     def _pads(self, section):

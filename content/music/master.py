@@ -12,7 +12,7 @@ from sound import RATE, block_power, filtered, integrated, read_floats, true_pea
 
 STEMS = 5                   # stereo pairs that are heard; what follows them is for measuring
 TARGET = -14.0              # LUFS
-CEILING_DB = -2.0           # true peak before encoding; the encoder adds up to about 0.8 dB
+CEILING_DB = -2.2           # true peak before encoding; the encoder adds up to about 0.8 dB
 BLOCK = 32                  # samples for each step of the limiter's gain
 LOOK_AHEAD = 6              # blocks: 4.4 ms
 RELEASE_SECONDS = 0.11

@@ -13,6 +13,7 @@ from speech import RATE, Speaker
 MAP_POINTS = 8192           # of a line's time map: about half a millisecond each
 FIRST_MAP = 100             # table number of the first time map
 SPOKEN_LOUDNESS = 0.1       # RMS that every line is brought to
+HIGHEST_SPOKEN = 53         # MIDI: above it a spoken voice would be a cartoon's
 TAIL = 1.7                  # seconds after the last bar
 
 
@@ -34,11 +35,14 @@ class Voice:
         start, end = points[0][0], points[-1][0]
         table = FIRST_MAP + len(self.tables)
         self.tables.append(map_table(table, [(p - start, offset + s) for p, s in points], end - start))
-        ratio = frequency(min(part.note for part in parts)) / spoken_pitch(sound)
+        pitch = spoken_pitch(sound)
+        ratio = frequency(min(HIGHEST_SPOKEN, *(part.note for part in parts))) / pitch
         level = section.setting("voice.level", line.notes[0][0], 1.0)
         self.events.append(("Speech", start, end - start, (level, table, int(line.spoken), ratio)))
         for part, first, length in carriers(parts):
             self._carrier(part, first, length, line.spoken)
+            if not line.spoken:
+                self.events.append(("Tune", first, length, (frequency(part.note - 12) / pitch,)))
 
     def _carrier(self, part, first, length, spoken):
         note, chord = part.note, self.arranger.chord_at(round(part.start * self.score.tempo / 15.0))

@@ -7,7 +7,7 @@ each colour is a surface.
 
 import numpy as np
 
-from mesh import joined, turn_z
+from mesh import Mesh, joined, turn_z
 from solids import ball, lathe, lit, plate, quads, ridge, tube
 
 SIDES = 40
@@ -160,9 +160,30 @@ def _number():
             yield lit(part, "#FFB347", 0.4)
 
 
+def _night():
+    """The night behind the clock: a dark sheet a little larger than each part, so that edges are no stairs."""
+    sheets = [lathe([(1.105, -0.40), (0.0, -0.40)], SIDES)]
+    boards = (_board(0.655, 0.335, -1.6, 0.1), [(-1.1, 1.33), (1.1, 1.33), (1.1, 1.51), (-1.1, 1.51)])
+    columns = [[(x - w, low), (x + w, low), (x + w, high), (x - w, high)]
+               for x, w, low, high in ((0, 0.09, 1.0, 1.4), (-0.42, 0.07, -1.35, -0.9), (0.42, 0.07, -1.35, -0.9))]
+    for outline in (*boards, *columns):
+        sheets.append(_sheet(outline))
+    for x in (-1.0, 1.0):
+        sheets.append(lathe([(0.20, -0.40), (0.0, -0.40)], 16).shifted((x, 1.2, 0)))
+    for sheet in sheets:
+        yield lit(sheet, "#071619", 0, glow=1.0)
+
+
+def _sheet(outline):
+    """A flat convex polygon that faces the viewer, its points counter-clockwise."""
+    points = np.array([(x, y, -0.40) for x, y in outline], float)
+    middle = range(1, len(points) - 1)
+    return Mesh(points, [(0, i, i + 1) for i in middle])
+
+
 def clock():
     """The mesh, and the list of its surfaces' colours with the number of each triangle's surface."""
-    parts = [*_bracket(), *_case(), *_face(), *_hours(), *_hands(), *_duck(), *_number()]
+    parts = [*_night(), *_bracket(), *_case(), *_face(), *_hours(), *_hands(), *_duck(), *_number()]
     mesh = joined(parts).moved(np.eye(3) * SCALE, (0, 0.13 * SCALE, 0))
     for steps in range(64, 4, -1):  # as many tones as the surfaces allow
         tones, surface_of = np.unique(

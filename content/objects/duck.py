@@ -45,20 +45,33 @@ def _bill_chart(u, v):
     return point, shape.normal(shape.bill, point)
 
 
-def _ring_chart(side):
-    """A spectacle rim before the eye on that side (-1, 1)."""
+RIM, WIRE = 0.205, 0.019  # radius of a spectacle rim, and of its wire
+
+
+def _rim(side):
+    """Middle of the rim before the eye on that side (-1, 1), and its right, up and forward."""
     eye = EYE * [side, 1, 1]
     facing = eye + [0, 0.05, 0.55]
     facing = facing / np.linalg.norm(facing)
     right = np.cross([0, 1.0, 0], facing)
     right /= np.linalg.norm(right)
-    up, middle = np.cross(facing, right), shape.HEAD + eye * 0.60
+    return shape.HEAD + eye * 0.60, right, np.cross(facing, right), facing
+
+
+def _rim_point(side, outward):
+    """Where a temple (outward 1) or the bridge (-1) is hinged to the rim."""
+    middle, right, up, _ = _rim(side)
+    return middle + RIM * (outward * side * 0.97 * right + 0.24 * up)
+
+
+def _ring_chart(side):
+    middle, right, up, facing = _rim(side)
 
     def chart(u, v):
         a, b = 2 * np.pi * u, 2 * np.pi * v
         spoke = np.cos(a)[..., None] * right + np.sin(a)[..., None] * up
         n = np.cos(b)[..., None] * spoke + np.sin(b)[..., None] * facing
-        return middle + 0.205 * spoke + 0.03 * n, n
+        return middle + RIM * spoke + WIRE * n, n
 
     return chart
 
@@ -79,38 +92,43 @@ def _wire_chart(path, radius):
 
 
 def _temple(side):
-    def path(u):
+    """From the hinge round the head, close to it."""
+    start = _rim_point(side, 1)
+
+    def round_the_head(u):
         bearing, height = 0.88 + 0.95 * u, 0.16 + 0.04 * u
         reach = 0.615 - 0.065 * u
-        return shape.HEAD + reach[..., None] * np.stack(
-            [
-                side * np.sin(bearing) * np.cos(height),
-                np.sin(height),
-                np.cos(bearing) * np.cos(height),
-            ],
-            -1,
-        )
+        direction = [
+            side * np.sin(bearing) * np.cos(height),
+            np.sin(height),
+            np.cos(bearing) * np.cos(height),
+        ]
+        return shape.HEAD + reach[..., None] * np.stack(direction, -1)
+
+    def path(u):
+        u = np.asarray(u, float)
+        hinge = (start - round_the_head(np.zeros(()))) * ((1 - np.clip(u, 0, 1)) ** 2)[..., None]
+        return round_the_head(u) + hinge
 
     return path
 
 
 def _bridge(u):
-    x = 0.105 * (2 * u - 1)
-    return np.stack(
-        [x, shape.HEAD[1] + 0.125 + 0.05 * (1 - (2 * u - 1) ** 2), shape.HEAD[2] + 0.565 + 0 * u],
-        -1,
-    )
+    """From rim to rim, in an arch."""
+    left, right = _rim_point(-1, -1), _rim_point(1, -1)
+    u = np.asarray(u, float)[..., None]
+    return left + u * (right - left) + (1 - (2 * u - 1) ** 2) * [0, 0.05, 0.02]
 
 
 # Chart, place on the texture (left, top, right, bottom), facets across and down, paint.
 PARTS = [
     (_skin_chart, (0, 0, 704, 704), (64, 44), "skin"),
     (_bill_chart, (704, 0, 1024, 224), (32, 18), "bill"),
-    (_ring_chart(-1), (704, 224, 1024, 288), (26, 7), "wire"),
-    (_ring_chart(1), (704, 288, 1024, 352), (26, 7), "wire"),
-    (_wire_chart(_temple(-1), 0.022), (704, 352, 1024, 400), (7, 5), "wire"),
-    (_wire_chart(_temple(1), 0.022), (704, 400, 1024, 448), (7, 5), "wire"),
-    (_wire_chart(_bridge, 0.022), (704, 448, 1024, 480), (5, 5), "wire"),
+    (_ring_chart(-1), (704, 224, 1024, 288), (40, 7), "wire"),
+    (_ring_chart(1), (704, 288, 1024, 352), (40, 7), "wire"),
+    (_wire_chart(_temple(-1), 0.015), (704, 352, 1024, 400), (14, 6), "wire"),
+    (_wire_chart(_temple(1), 0.015), (704, 400, 1024, 448), (14, 6), "wire"),
+    (_wire_chart(_bridge, 0.016), (704, 448, 1024, 480), (10, 6), "wire"),
 ]
 
 
@@ -178,18 +196,89 @@ def _clipped(mesh, field):
     return Mesh(positions, triangles, uv)
 
 
+BLANK = (704, 480, 1024, 704)  # white: there a surface has only its own colour
+SURFACES = [  # colours that multiply the texture
+    ("mirror", (0.20, 0.28, 0.30)),
+    ("night", (0.030, 0.085, 0.10)),
+    ("ripple", (0.46, 0.68, 0.68)),
+    ("duck", (1, 1, 1)),
+]
+HULL = 0.016  # how far the night around the duck stands off its skin
+DEEP = 0.75  # below the water, where the mirror image ends
+
+
+def _plain(mesh):
+    """The mesh with every point on the texture's blank."""
+    left, top, right, bottom = BLANK
+    middle = [(left + right) / 2 / SIZE[0], (top + bottom) / 2 / SIZE[1]]
+    return Mesh(mesh.positions, mesh.triangles, np.tile(middle, (len(mesh.positions), 1)))
+
+
+def _hull(mesh):
+    """A shell just outside the mesh: painted first, it leaves a dark rim that hides stairs."""
+    out = np.zeros_like(mesh.positions)
+    for corner in range(3):
+        np.add.at(out, mesh.triangles[:, corner], mesh.normals())
+    out /= np.maximum(np.linalg.norm(out, axis=1, keepdims=True), 1e-9)
+    return _plain(Mesh(mesh.positions + HULL * out, mesh.triangles, mesh.uv))
+
+
+def _mirrored(mesh, water):
+    """What the water shows of it: upside down, broken by waves that widen as it gets deeper."""
+    flipped = Mesh(
+        mesh.positions * [1, -1, 1] + [0, 2 * water, 0], mesh.triangles[:, ::-1], mesh.uv
+    )
+
+    def waves(place):
+        down = np.maximum(water - place[..., 1], 0) / DEEP
+        stripe = np.cos(2 * np.pi * 4.6 * down**0.8 + 0.5 * np.sin(5 * place[..., 0]))
+        return stripe + 1.05 - 1.9 * down
+
+    return _clipped(flipped, waves)
+
+
+def _ripples(water):
+    """Two thin rings on the water, as a viewer just above it sees them."""
+    turn, rings = np.linspace(0, 2 * np.pi, 73), []
+    for across, high, thick in ((1.02, 0.085, 0.018), (1.40, 0.125, 0.013)):
+        edges = [
+            np.stack(
+                [
+                    (across + grow) * np.cos(turn),
+                    water + (high + grow * 0.6) * np.sin(turn) - 0.03,
+                    np.full(turn.shape, -0.5),
+                ],
+                -1,
+            )
+            for grow in (-thick / 2, thick / 2)
+        ]
+        first = np.arange(72)
+        cells = [[first, first + 73, first + 74], [first, first + 74, first + 1]]
+        rings.append(
+            _plain(Mesh(np.concatenate(edges), np.concatenate([np.stack(c, -1) for c in cells])))
+        )
+    return joined(rings)
+
+
 def duck():
+    """The layers of the object, painted one after the other: (name of the surface, mesh)."""
     parts = [_patch(chart, box, facets) for chart, box, facets, _ in PARTS]
     bill, wires = _clipped(parts[1], shape.skin), [
         _clipped(part, shape.everything) for part in parts[2:]
     ]
     whole = joined([parts[0], bill, *wires])
     moved = whole.moved(TURN * SCALE, (0, LIFT, 0))
-    return moved.kept(np.linalg.norm(moved.normals(), axis=1) > 0)
+    moved = moved.kept(np.linalg.norm(moved.normals(), axis=1) > 0)
+    water = moved.positions[:, 1].min() + 0.07
+    layers = [_mirrored(moved, water), _hull(moved), _ripples(water), moved]
+    return [
+        (name, mesh.kept(np.linalg.norm(mesh.normals(), axis=1) > 0))
+        for (name, _), mesh in zip(SURFACES, layers)
+    ]
 
 
 def texture():
-    """The image of all charts; unused room has the skin's mean colour."""
+    """The image of all charts; the room that is left is blank."""
     width, height = SIZE
     image = np.broadcast_to(np.array([0.85, 0.55, 0.12]), (height, width, 3)).copy()
     for chart, (left, top, right, bottom), _, kind in PARTS:
@@ -198,4 +287,5 @@ def texture():
         v = 1 - (y - GUTTER) / (bottom - top - 2 * GUTTER)
         u, v = np.meshgrid(np.clip(u, 0, 1), np.clip(v, 0, 1))
         image[top:bottom, left:right] = painted(kind, *chart(u, v))
+    image[BLANK[1] : BLANK[3], BLANK[0] : BLANK[2]] = 1
     return Image.fromarray(np.round(np.clip(image, 0, 1) * 255).astype(np.uint8), "RGB")

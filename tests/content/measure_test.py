@@ -1,6 +1,7 @@
 """content/measure on the show's timeline, and on timelines with one fault each."""
 
 import re
+import shutil
 import subprocess
 import sys
 import tempfile
@@ -9,7 +10,7 @@ from pathlib import Path
 
 ROOT = Path(__file__).resolve().parent.parent.parent
 VYR_TRACKS = sys.argv.pop(1)
-EXTRA_CUT = "\nsection extra at 8:2 length 0:1\n  track image:left\n    0:0:{} photo.duck\n"
+EXTRA_CUT = "\nsection extra at 8:2 length 0:1\n  track image:left\n    0:0:{} photo.skarnold04\n"
 TIMELINE = (ROOT / "content/timeline.txt").read_text(encoding="utf-8")
 
 
@@ -56,11 +57,54 @@ class Measure(unittest.TestCase):
         self.assertIn("29 of 29 shown, picked past the last [29]    OUT OF LIMITS", said)
 
     def test_a_long_rest_is_found(self):
-        early = re.search(r"^repeat tick .*\n", TIMELINE, re.M)
-        self.assertIsNotNone(early, "the intro ticks no more")
-        status, said = measured(TIMELINE.replace(early[0], ""))
+        status, said = self.changed(r"    2:0:0   photo\.vemby03 .*\n    4:0:0   off\n", "")
         self.assertEqual(status, 1)
-        self.assertRegex(said, r"rest .* at bar 0\.00    OUT OF LIMITS")
+        self.assertRegex(said, r"rest .* at bar 41\.50    OUT OF LIMITS")
+
+    def test_a_picture_that_comes_a_fifth_time_is_out_of_limits(self):
+        status, said = measured(TIMELINE + "\nsection extra at 8:0\n  track image:center\n"
+                                + "".join(f"    {bar}:1:0 photo.skarnold02\n    {bar}:3:0 off\n" for bar in range(3)))
+        self.assertEqual(status, 1)
+        self.assertIn("5 times at most, skarnold02    OUT OF LIMITS", said)
+
+    def test_prints_that_lie_over_each_other_are_named(self):
+        status, said = measured(TIMELINE + "\nsection extra at 8:0\n  track image:right\n"
+                                "    0:1:0 photo.tovak10\n    0:3:0 off\n")
+        self.assertEqual(status, 1)
+        self.assertRegex(said, r"collisions +16 rows, the first at bar 8\.25    OUT OF LIMITS")
+
+    def test_a_line_of_words_that_stands_still_is_named(self):
+        still = re.sub(r"(  track lyrics:x[^\n]*\n    0:0:0 +)\S+(\n    0:0:6 +)\S+( .*\n    1:2:6 +)\S+", r"\g<1>300\g<2>300\g<3>300",
+                       TIMELINE, count=1)
+        self.assertNotEqual(still, TIMELINE)
+        status, said = measured(still)
+        self.assertEqual(status, 1)
+        self.assertRegex(said, r"40 lines, 39 of them move, not \[0\]    OUT OF LIMITS")
+
+    def test_words_that_leave_slowly_are_out_of_limits(self):
+        status, said = self.changed(r"    1:2:6   1  linear\n    1:3:1   0  hold", "    1:2:6   1  linear\n    1:3:7   0  hold")
+        self.assertEqual(status, 1)
+        self.assertRegex(said, r"9 rows at most to fade out    OUT OF LIMITS")
+
+
+class TunnelLight(unittest.TestCase):
+    def checked(self, text):
+        """Exit status and output of content/tunnel-light --check beside a timeline's text."""
+        with tempfile.TemporaryDirectory() as folder:
+            shutil.copy(ROOT / "content/tunnel-light", folder)
+            (Path(folder) / "timeline.txt").write_text(text, encoding="utf-8")
+            done = subprocess.run([sys.executable, Path(folder) / "tunnel-light", "--check"], capture_output=True, text=True)
+        return done.returncode, done.stdout
+
+    def test_the_lamp_stands_at_the_tunnels_end(self):
+        self.assertEqual(self.checked(TIMELINE), (0, ""))
+
+    def test_another_way_through_the_tunnel_asks_for_another_light(self):
+        moved = TIMELINE.replace("    0:0:0   86\n    4:0:0   122", "    0:0:0   86\n    4:0:0   130")
+        self.assertNotEqual(moved, TIMELINE)
+        status, said = self.checked(moved)
+        self.assertEqual(status, 1)
+        self.assertIn("run content/tunnel-light", said)
 
 
 unittest.main()

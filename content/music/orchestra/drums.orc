@@ -40,21 +40,30 @@ instr Clap
   Send aHands * aBursts * p4 * 2.4, aOther * aBursts * p4 * 2.4, "drums", 0.16, 0.02
 endin
 
+; Struck metal: two squares whose pitches flutter, multiplied. Held still they would whistle at the sum of both.
+opcode Metal, a, iii
+  iLow, iHigh, iFlutter xin
+  iTune random 0.93, 1.07
+  kLow randh iFlutter, 1370
+  kHigh randh iFlutter, 1130
+  aLow vco2 0.5, iLow * iTune * (1 + kLow), 10
+  aHigh vco2 0.5, iHigh * iTune * (1 + kHigh), 10
+  xout aLow * aHigh
+endop
+
 instr Hat
-  aMetal vco2 0.5, 5210, 10
-  aOther vco2 0.5, 7430, 10
+  aMetal Metal 5210, 7430, 0.16
   aNoise noise 0.6, 0
-  aRing butterhp aMetal * aOther + aNoise, 7200
+  aRing butterhp aMetal * 0.8 + aNoise, 7200
   aRing *= expsegr:a(1, 0.018 + 0.035 * p4, 0.05, 0.05, 0.001, 0.02, 0.001)
   aLeft, aRight Place aRing * p4 * 1.4, 0.25
   Send aLeft, aRight, "drums", 0.02, 0
 endin
 
 instr OpenHat
-  aMetal vco2 0.5, 5210, 10
-  aOther vco2 0.5, 7430, 10
+  aMetal Metal 5210, 7430, 0.16
   aNoise noise 0.7, 0
-  aRing butterhp aMetal * aOther + aNoise, 6500
+  aRing butterhp aMetal * 0.8 + aNoise, 6500
   aRing *= expsegr:a(1, 0.13, 0.35, 0.08, 0.002, 0.02, 0.001)
   aLeft, aRight Place aRing * p4 * 0.68, -0.2
   Send aLeft, aRight, "drums", 0.04, 0
@@ -89,7 +98,7 @@ instr Tom
   aStick noise 0.35, 0
   aStick butterbp aStick, 2600, 2200
   aStick *= expsegr:a(1, 0.02, 0.01, 0.02, 0.001)
-  aLeft, aRight Place tanh(1.6 * (aSkin + aStick)) * p4 * 0.5, (p5 - 49) / 12
+  aLeft, aRight Place tanh(1.6 * (aSkin + aStick)) * p4 * 0.5, (p5 - 49) / 7
   Send aLeft, aRight, "drums", 0.14, 0.02
 endin
 
@@ -97,9 +106,8 @@ instr Crash
   p3 = 2.8
   aLeft noise 0.7, 0
   aRight noise 0.7, 0
-  aMetal vco2 0.25, 3170, 10
-  aOther vco2 0.25, 4470, 10
-  aRing = aMetal * aOther * 4
+  aMetal Metal 3170, 4470, 0.12
+  aRing = aMetal
   aFade expseg 1, 0.15, 0.45, 2.5, 0.002, 0.2, 0.001
   aLeft butterhp aLeft + aRing, 3800
   aRight butterhp aRight + aRing, 4100
@@ -107,10 +115,9 @@ instr Crash
 endin
 
 instr Ride
-  aMetal vco2 0.5, 3830, 10
-  aOther vco2 0.5, 5570, 10
-  aBell oscili 0.15, 4920, giSine
-  aRing butterhp aMetal * aOther + aBell, 4800
+  aMetal Metal 3830, 5570, 0.14
+  aBell oscili 0.1, 4920 * random:i(0.96, 1.04) * (1 + randh:k(0.03, 900)), giSine
+  aRing butterhp aMetal + aBell, 4800
   aRing *= expsegr:a(1, 0.06, 0.4, 0.3, 0.01, 0.03, 0.001)
   aLeft, aRight Place aRing * p4 * 0.5, 0.5
   Send aLeft, aRight, "drums", 0.06, 0

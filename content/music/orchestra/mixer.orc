@@ -24,7 +24,8 @@ instr Level
   gkLevel line p4, p3, p5
 endin
 
-; The proportions of the stems. Synths give way to the kick, the bass half as much, and a little to the voice.
+; The proportions of the stems. Synths give way to the kick, the bass half as much; to the words they give way until
+; they are a backdrop, and what rings in the hall and the drums do a little.
 instr Mixer
   aDrumsLeft, aDrumsRight Take "drums"
   aBassLeft, aBassRight Take "bass"
@@ -33,14 +34,17 @@ instr Mixer
   aSpaceLeft, aSpaceRight Take "space"
   aSpeech chnget "speech"
   chnclear "speech"
-  kVoice = min(1, 3 * rms(aVoiceLeft + aVoiceRight, 6))
+  kVoice = min(1, 4 * rms(aVoiceLeft + aVoiceRight, 6))
+  kVoice lagud kVoice, 0.01, 0.12
   aLevel = a(portk(gkLevel, 0.002))
-  aSynths = a(gkDuck * (1 - 0.36 * kVoice)) * aLevel
+  aSynths = a(gkDuck * (1 - 0.76 * kVoice)) * aLevel
   aBass = (0.65 + 0.35 * a(gkDuck)) * aLevel
-  outch 1, aDrumsLeft * 0.56 * aLevel, 2, aDrumsRight * 0.56 * aLevel
+  aDrums = a(1 - 0.26 * kVoice) * aLevel * 0.56
+  outch 1, aDrumsLeft * aDrums, 2, aDrumsRight * aDrums
   outch 3, aBassLeft * 0.62 * aBass, 4, aBassRight * 0.62 * aBass
   outch 5, aSynthsLeft * 1.85 * aSynths, 6, aSynthsRight * 1.85 * aSynths
   outch 7, aVoiceLeft * 0.64 * aLevel, 8, aVoiceRight * 0.64 * aLevel
-  outch 9, aSpaceLeft * aLevel, 10, aSpaceRight * aLevel
+  aSpace = a(1 - 0.55 * kVoice) * aLevel
+  outch 9, aSpaceLeft * aSpace, 10, aSpaceRight * aSpace
   outch 11, aSpeech
 endin

@@ -76,16 +76,20 @@ instr Lead
   Send aLeft * aShape * p4 * 0.42, aRight * aShape * p4 * 0.42, "synths", 0.17, 0.26
 endin
 
-; The low tune of the corridor: a hollow reed.
+; The low tune of the corridor: a hollow reed, one wall to the left and one to the right.
 instr Low
   iTone = cpsmidinn(p5)
   kVibrato = linseg:k(0, 0.25, 0, 0.3, 1, 1, 1) * lfo:k(0.005, 4.8)
-  aReed vco2 0.5, iTone * (1 + kVibrato), 2, 0.28
-  aWide vco2 0.3, iTone * 1.006 * (1 + kVibrato)
+  kTone = iTone * (1 + kVibrato)
   aCut expsegr 3200, 0.12, 1500, 0.6, 1000, 0.1, 500
-  aReed zdf_ladder aReed + aWide, aCut, 2.2
+  aReed vco2 0.42, kTone, 2, 0.28
+  aLeft vco2 0.42, kTone * 1.007
+  aRight vco2 0.42, kTone * 0.993, 2, 0.36
+  aLeft zdf_ladder aReed * 0.6 + aLeft, aCut, 2.2
+  aRight zdf_ladder delay(aReed, 0.014) * 0.6 + aRight, aCut, 2.2
   aShape linsegr 0, 0.008, 1, 0.12, 0.75, p3, 0.65, 0.12, 0
-  aLeft, aRight Place aReed * aShape * p4 * 0.42, -0.15
+  aLeft *= aShape * p4 * 0.36
+  aRight *= aShape * p4 * 0.36
   Send aLeft, aRight, "synths", 0.2, 0.34
 endin
 

@@ -1,9 +1,10 @@
 ; The voice: speech laid on the beat (Speech), tones that carry it (Carrier), and the filter bank where they meet (Vocoder).
 
 ; One line of the words. p5 is the table that tells which second of voice.wav sounds when; p6 = 1 spoken, 0 sung.
-; A spoken line is also heard dry, moved by p7 to the lowest of its notes; of a sung one only the consonants are.
+; The line is also heard dry: a spoken one moved by p7 to the lowest of its notes, a sung one by gkTune to each of its
+; notes in turn, an octave below the vocoder. Of a sung one the consonants stand out: without them no t is heard.
 instr Speech
-  gkVoice = p4
+  gkVoice = p6 == 1 ? p4 : 0.3 * p4
   aSecond tablei phasor:a(1 / p3), p5, 1
   aSpeech mincer aSecond, 1, 1, giSpeech, 1, 1024, 8
   chnmix aSpeech, "speech"
@@ -12,10 +13,18 @@ instr Speech
     aPlain butterhp aPlain, 160
     aPlain *= 0.5 * p4
   else
-    aPlain butterhp aSpeech, 3800
-    aPlain *= p4
+    aPlain mincer aSecond, 1, gkTune, giSpeech, 1, 1024, 8
+    aPlain butterhp aPlain, 200
+    aPlain butterlp aPlain, 2600
+    aHard butterhp aSpeech, 1300
+    aPlain = (1.05 * aPlain + 2.4 * aHard) * p4
   endif
   Send aPlain, aPlain, "voice", 0.08, 0.04
+endin
+
+; What moves the dry voice to a sung note.
+instr Tune
+  gkTune = p4
 endin
 
 ; One tone for the vocoder. p6 = 0 both sides, -1 left, 1 right. The sides are a hair apart in pitch, for width; two tones

@@ -13,6 +13,7 @@ giSpeech ftgen 3, 0, 0, 1, "voice.wav", 0, 0, 1
 gkDuck init 1       ; what a kick leaves of the synths, 1 all of them
 gkLevel init 1      ; how loud the section is
 gkVoice init 1      ; how loud the line is
+gkTune init 1       ; what moves the dry voice to the note that is sung
 giBeat = 60 / 132
 
 #include "busses.orc"

@@ -1,5 +1,5 @@
 // Sunday, a small coffee, nowhere to be.
-// film: exposure=1.05 warmth=0.45
+// film: shape=stamp tilt=-9 scale=0.84 exposure=1.05 warmth=0.45
 #include "light.inc"
 #include "palette.inc"
 #include "duck.inc"

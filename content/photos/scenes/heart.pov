@@ -1,5 +1,5 @@
 // Somebody breathed on the window and drew a heart; somebody looks in.
-// film: exposure=1.1 warmth=0.3 bloom=1.3
+// film: tilt=-10 scale=0.9 exposure=1.1 warmth=0.3 bloom=1.3
 #include "light.inc"
 #include "palette.inc"
 #include "duck.inc"

@@ -1,5 +1,5 @@
 // He shows his ticket to a fern, who understands.
-// film: exposure=1.1 warmth=0.3
+// film: tilt=-13 scale=0.86 exposure=1.1 warmth=0.3
 #include "light.inc"
 #include "palette.inc"
 #include "duck.inc"

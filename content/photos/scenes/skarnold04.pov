@@ -1,5 +1,5 @@
 // They are serving number nine.
-// film: exposure=1.15 warmth=0.2 bloom=1.7
+// film: shape=torn tilt=-7 scale=0.9 exposure=1.15 warmth=0.2 bloom=1.7
 #include "light.inc"
 #include "palette.inc"
 #include "duck.inc"

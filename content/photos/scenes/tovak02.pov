@@ -1,5 +1,5 @@
 // Counting paving stones, with chalk for the fives.
-// film: exposure=1.1 warmth=0.15 vignette=1.2
+// film: shape=torn tilt=-13 scale=0.88 exposure=1.1 warmth=0.15 vignette=1.2
 #include "light.inc"
 #include "palette.inc"
 #include "duck.inc"

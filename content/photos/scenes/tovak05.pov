@@ -1,5 +1,5 @@
 // Low over a puddle: one Tovak above, one below.
-// film: exposure=1.15 warmth=0.2 bloom=1.6
+// film: shape=round exposure=1.15 warmth=0.2 bloom=1.6
 #include "light.inc"
 #include "palette.inc"
 #include "duck.inc"

@@ -1,5 +1,5 @@
 // Under the lamppost at night. Three of us and a lamppost; the other two are late.
-// film: exposure=1.2 warmth=0.35 bloom=2
+// film: tilt=-14 scale=0.86 exposure=1.2 warmth=0.35 bloom=2
 #include "light.inc"
 #include "palette.inc"
 #include "duck.inc"

@@ -1,5 +1,5 @@
 // The corridor. Doors, and more doors.
-// film: exposure=1.1 warmth=-0.05 vignette=1.3
+// film: tilt=-11 scale=0.88 exposure=1.1 warmth=-0.05 vignette=1.3
 #include "light.inc"
 #include "palette.inc"
 #include "duck.inc"

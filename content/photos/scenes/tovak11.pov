@@ -1,5 +1,5 @@
 // In the phone booth. Nobody answers, but he likes the ringing.
-// film: exposure=1.1 warmth=0.2 bloom=1.3
+// film: shape=torn tilt=-12 scale=0.88 exposure=1.1 warmth=0.2 bloom=1.3
 #include "light.inc"
 #include "palette.inc"
 #include "duck.inc"

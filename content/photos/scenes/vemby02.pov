@@ -1,5 +1,5 @@
 // The bus shelter at night, lit by an advertisement for somewhere else.
-// film: exposure=1.15 warmth=0.1 bloom=1.7
+// film: tilt=-14 scale=0.84 exposure=1.15 warmth=0.1 bloom=1.7
 #include "light.inc"
 #include "palette.inc"
 #include "duck.inc"

@@ -1,11 +1,13 @@
-// The machine hums, too. They have agreed on a key.
-// film: exposure=1.1 warmth=0.05 bloom=1.5
+// The machine hums, too, in four frames: it looks, it chooses, it waits, it has.
+// film: size=1000x370 shape=strip tilt=-7 exposure=1.1 warmth=0.05 bloom=1.5
 #include "light.inc"
 #include "palette.inc"
 #include "duck.inc"
 #include "characters.inc"
 #include "set.inc"
 
+#declare Look = array[4] { <-26, 8, 8>, <-40, 14, -6>, <6, 0, 12>, <-22, -12, 4> }
+#declare Lids = array[4] { 0.2, 0.05, 0.9, 0.1 }
 Shot(<-2.9, 1.9, -10.2>, <-0.05, 1.78, 0>, 21.5, <-0.5, 1.75, -0.7>, 0.2)
 Sky(rgb 0.02, rgb <0.04, 0.07, 0.08>, rgb 0.04)
 plane { y, 0 PolishedFloor(pigment { checker color srgb <0.42, 0.22, 0.16>, color srgb <0.70, 0.62, 0.48> scale 0.8 }) }
@@ -44,4 +46,7 @@ union {
 }
 light_source { <0.5, 3.2, 0.55> color rgb <0.86, 1.05, 0.95>*1.5 area_light x*1.6, y*2.6, 2, 2 jitter fade_distance 2.2 fade_power 2 }
 Softbox(<-5, 4.5, -5>, <0, 1, 0>, 2.6, rgb <0.95, 0.70, 0.42>)
-object { Vemby(HeadPose(-26, 8, 8), 0.2, <0.5, 0.4>) rotate y*10 translate <-0.75, 0, -0.35> }
+object { Vemby(HeadPose(Look[Frame].x, Look[Frame].y, Look[Frame].z), Lids[Frame], <0.4, (Frame = 3 ? -0.6 : 0.4)>) rotate y*(Frame = 2 ? 0 : 10) translate <-0.75, 0, -0.35> }
+#if (Frame = 3)
+    union { cylinder { 0, y*0.5, 0.15 } cylinder { y*0.5, y*0.53, 0.12 } Gloss(TovakYellow) rotate z*4 translate <0.42, 0, -1.5> }
+#end

@@ -1,5 +1,5 @@
 // Rain on a puddle, in time.
-// film: exposure=1.1 warmth=-0.1
+// film: tilt=-13 scale=0.86 exposure=1.1 warmth=-0.1
 #include "light.inc"
 #include "palette.inc"
 #include "duck.inc"
@@ -37,6 +37,6 @@ plane { y, 0
 House(4, <-12, 0, 20>, <-1.4, 12, 20>, srgb <0.30, 0.42, 0.42>)
 House(6, <-1.4, 0, 22>, <2.6, 6.5, 22>, srgb <0.42, 0.50, 0.46>)
 House(9, <2.6, 0, 19>, <12, 12, 19>, srgb <0.46, 0.30, 0.27>)
-Rain(9, 170, <-4, 0, -3>, <4, 5, 6>, 0.12, rgb 0.8)
+Rain(9, 75, <-4, 0, -3>, <4, 5, 6>, 0.12, rgb 0.8)
 Softbox(<-4, 7, -3>, <0, 1, 0>, 4.5, rgb <0.85, 0.92, 0.92>)
 object { Vemby(HeadPose(4, 14, 10), 0.75, <0, 0.2>) rotate y*20 translate y*-0.10 }

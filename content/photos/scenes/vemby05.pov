@@ -1,5 +1,5 @@
 // On the wall behind the stop, a northerly in the scarf.
-// film: exposure=0.9 warmth=0.2
+// film: tilt=-12 scale=0.86 exposure=0.9 warmth=0.2
 #include "light.inc"
 #include "palette.inc"
 #include "duck.inc"
