@@ -67,20 +67,37 @@ TEST_F(Package, LauncherTakesNoArguments)
 TEST_F(Package, ToolsRunAndTellTheOneVersion)
 {
     for (const fs::path &root : {Deb(), Archive()})
-        for (const char *name : {"vyr", "vyr-record", "vyr-tracks", "vyr-check"}) {
+        for (const char *name : {"vyr", "vyr-new", "vyr-record", "vyr-tracks", "vyr-check"}) {
             const auto result = test::Run({root / "bin" / name, "--version"}, "/");
             EXPECT_EQ(result.mOutput, std::string(name) + " " VYR_VERSION "\n") << root;
         }
 }
 
-// What is packed is what was built: every file of the show's folder, and no other.
+// What is packed is what was built: every file of the show's folder, and no other. Programs are
+// packed without their symbols, and the note of where the build had its sources is of no use
+// elsewhere.
 TEST_F(Package, ShowIsTheBuiltOne)
 {
     for (const fs::path &root : {Deb(), Archive()}) {
-        const auto result = house::Shell("diff -rq --exclude=demo " VYR_BINARY_DIR "/show "
+        const auto result = house::Shell("diff -rq --exclude=demo --exclude=show.so "
+                                         "--exclude=show.sources " VYR_BINARY_DIR "/show "
                                          "lib/vyr/show; test -x lib/vyr/show/demo",
                                          root);
         EXPECT_EQ(result.mStatus, 0) << house::Transcript(result);
+    }
+}
+
+// With the library that is packed beside them.
+TEST_F(Package, ToolsOpenTheShow)
+{
+    for (const fs::path &root : {Deb(), Archive()}) {
+        const auto result = house::Shell(
+            "bin/vyr-tracks sample lib/vyr/show tunnel:pos 10s 10s 1; ldd bin/vyr-tracks", root);
+        EXPECT_EQ(result.mStatus, 0) << house::Transcript(result);
+        EXPECT_EQ(result.mOutput.find("row,value\n176,"), 0u) << house::Transcript(result);
+        EXPECT_NE(result.mOutput.find((root / "bin/../lib/libvyr.so.1").string()),
+                  std::string::npos)
+            << house::Transcript(result);
     }
 }
 
