@@ -50,7 +50,7 @@ struct cFit
 } // namespace
 
 cKeyPlan::cKeyPlan(const cDocument &document, const cEdits &edits)
-    : mDocument(document), mEdits(edits), mPlanOfLine(size_t(document.mText.Count()), nullptr)
+    : mDocument(document), mEdits(edits), mPlanOfLine(size_t(document.mText.EndOfIds()), nullptr)
 {}
 
 bool cKeyPlan::Make(cTextFault &refusal)
@@ -98,7 +98,7 @@ bool cKeyPlan::AddPlan(const cLinePlan &plan, cTextFault &refusal)
     if (!isNew && !isSame)
         return Refuse(refusal, place.mLine, place.mColumn,
                       "expected one change of this line, found two different ones");
-    mPlanOfLine[size_t(place.mLine) - 1] = &entry->second;
+    mPlanOfLine[size_t(plan.mLine)] = &entry->second;
     mTracks[mDocument.BlockOf(*plan.mOrigin).mTrack];
     return true;
 }
@@ -307,8 +307,7 @@ cKeyPlan::tPlanned cKeyPlan::PlannedKeys(const cShowTrack &track) const
     tPlanned keys;
     keys.reserve(track.mKeys.size() + mNew.size());
     for (const cShowKey &key : track.mKeys) {
-        const int line = mDocument.mText.Find(key.mId.mLine);
-        const cLinePlan *plan = mPlanOfLine[size_t(line)];
+        const cLinePlan *plan = mPlanOfLine[size_t(key.mId.mLine)];
         if (plan && plan->mIsDeleted)
             continue;
         cPlanned planned{key.mKey, key.mId.mLine, -1, plan != nullptr};

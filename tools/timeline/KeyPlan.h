@@ -50,7 +50,10 @@ public:
     std::vector<cTrack> Expected() const;
     const std::map<tLineId, cLinePlan> &Lines() const { return mPlans; }
     /// Of line `number`, from 1; null: it stays.
-    const cLinePlan *PlanOf(int number) const { return mPlanOfLine[size_t(number) - 1]; }
+    const cLinePlan *PlanOf(int number) const
+    {
+        return mPlanOfLine[size_t(mDocument.IdOf(number))];
+    }
     const std::vector<cNewLine> &NewLines() const { return mNew; } ///< by their rows
 
 private:
@@ -83,7 +86,7 @@ private:
     const cDocument &mDocument;
     const cEdits &mEdits;
     std::map<tLineId, cLinePlan> mPlans;
-    std::vector<cLinePlan *> mPlanOfLine; ///< the same by line, from 0; null: it stays
+    std::vector<cLinePlan *> mPlanOfLine; ///< the same by line; null: it stays
     std::vector<cNewLine> mNew;
     std::map<std::string, tPlanned> mTracks; ///< that change, as they are to be
 };

@@ -45,6 +45,8 @@ public:
     std::string_view Content(int index) const { return At(index).Content(); }
     /// Where the line `id` stands now; -1 when it is not there.
     int Find(tLineId id) const;
+    /// Above all identities that lines have or had.
+    tLineId EndOfIds() const { return mNextId; }
     /// Makes Find quick again after lines have come and gone.
     void Settle() { mPlaces.clear(); }
 
