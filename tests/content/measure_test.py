@@ -52,7 +52,7 @@ class Measure(unittest.TestCase):
         self.assertIn("28 of 29 shown, missing [27]", said)
 
     def test_a_picture_past_the_last_is_named(self):
-        status, said = measured(TIMELINE + EXTRA_CUT.format(1).replace("photo.duck", "29"))
+        status, said = measured(TIMELINE + EXTRA_CUT.format(1).replace("photo.skarnold04", "29"))
         self.assertEqual(status, 1)
         self.assertIn("29 of 29 shown, picked past the last [29]    OUT OF LIMITS", said)
 
