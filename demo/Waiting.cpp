@@ -9,12 +9,6 @@ namespace demo
 {
 namespace
 {
-template <size_t Count>
-vyr::cShowDescription::cChoice Choice(eTrack track, const std::array<std::string, Count> &files)
-{
-    return {TrackName(track), {files.begin(), files.end()}};
-}
-
 class cWaiting : public vyr::cShow
 {
 public:
@@ -25,13 +19,14 @@ public:
         show.mMusic = kMusicFile;
         show.mRowsPerSecond = kRowsPerSecond;
         show.mLastRow = kLastRow;
-        for (int i = 0; i < TRACK_COUNT; i++)
-            show.mTracks.push_back(TrackName(eTrack(i)));
+        show.mTracks.assign(kTrackNames.begin(), kTrackNames.end());
         show.mFiles = {kVertexShaderFile, kNoiseShaderFile, kPlasmaShaderFile,
                        kLogoFile,         kVignetteFile,    kTunnelFile};
         for (eTrack track : {IMAGE_LEFT, IMAGE_RIGHT, IMAGE_CENTER})
-            show.mChoices.push_back(Choice(track, PhotoNames()));
-        show.mChoices.push_back(Choice(LYRICS_NUM, LyricNames()));
+            show.mChoices.push_back({TrackName(track), {kPhotoFiles.begin(), kPhotoFiles.end()}});
+        show.mChoices.push_back({TrackName(LYRICS_NUM), {}});
+        for (int i = 0; i < kLyricCount; i++)
+            show.mChoices.back().mFiles.push_back(LyricName(i));
         show.mChoices.push_back({TrackName(OBJECT_NUM), {kObject1File, kObject2File}});
         return show;
     }
