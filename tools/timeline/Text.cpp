@@ -110,7 +110,7 @@ int cText::Find(tLineId id) const
 {
     if (id < 0 || size_t(id) >= mLines.size())
         return -1;
-    if (mPlaces.empty() || mMoved > maximumMoved)
+    if (mPlaces.size() < mLines.size() || mMoved > maximumMoved)
         WriteDownPlaces();
     const int place = mPlaces[size_t(id)];
     for (int distance = 0; place >= 0 && distance <= mMoved; distance++)
