@@ -1,3 +1,4 @@
+#include "demo/Tables.h"
 #include "tests/check/GoodShow.h"
 #include "tests/support/LWO2Builder.h"
 #include "tests/support/TestFiles.h"
@@ -50,7 +51,7 @@ struct cCase
     const char *mName;
     void (*mCheck)(check::cFindings &);
     std::function<void()> mInject;
-    const char *mFault;
+    std::string mFault;
 };
 
 void PrintTo(const cCase &each, std::ostream *out) { *out << each.mName; }
@@ -74,6 +75,11 @@ protected:
 const auto hold = SYNC_KEY_HOLD, linear = SYNC_KEY_LINEAR;
 const float infinity = std::numeric_limits<float>::infinity();
 const float notANumber = std::numeric_limits<float>::quiet_NaN();
+
+std::string Below(int count)
+{
+    return "an index below " + std::to_string(count) + " (or -1 for none)";
+}
 
 // Objects are put together from good parts, of which one is replaced.
 struct cObjectParts
@@ -188,17 +194,19 @@ const std::vector<cCase> trackCases = {
      "sync_flare:x.track: key 0 (row 0): expected a step to the next key that a float can hold"},
     {"key after the end", CheckAllTracks, WithKeys("flare:x", {{3624, 1, hold}, {3625, 1, hold}}),
      "sync_flare:x.track: key 1 (row 3625): expected a row up to 3624, where the show ends"},
-    {"photo past the table", CheckAllTracks, WithKeys("image:right", {{0, 29, hold}}),
-     "sync_image:right.track: key 0 (row 0): expected an index below 29 (or -1 for none), found "
-     "29.0000"},
+    {"photo past the table", CheckAllTracks,
+     WithKeys("image:right", {{0, float(demo::kPhotoCount), hold}}),
+     "sync_image:right.track: key 0 (row 0): expected " + Below(demo::kPhotoCount) + ", found "},
     {"photo past the table on the way", CheckAllTracks,
-     // 28.999998 is allowed, but the step to it from -8388608 rounds up to 8388637
-     WithKeys("image:right", {{0, -8388608.0f, linear}, {3000, 28.999998f, hold}}),
-     "sync_image:right.track: key 0 (row 0): expected an index below 29 (or -1 for none) up to the "
-     "next key, found 29.0000"},
-    {"lyric past the table", CheckAllTracks, WithKeys("lyrics:num", {{0, 34.5f, hold}}),
-     "sync_lyrics:num.track: key 0 (row 0): expected an index below 34 (or -1 for none), found "
-     "34.5000"},
+     // What is just below the end is allowed, but the step to it from -8388608 rounds up to the
+     // end.
+     WithKeys("image:right", {{0, -8388608.0f, linear},
+                              {3000, std::nextafter(float(demo::kPhotoCount), 0.0f), hold}}),
+     "sync_image:right.track: key 0 (row 0): expected " + Below(demo::kPhotoCount) +
+         " up to the next key, found "},
+    {"lyric past the table", CheckAllTracks,
+     WithKeys("lyrics:num", {{0, demo::kLyricCount + 0.5f, hold}}),
+     "sync_lyrics:num.track: key 0 (row 0): expected " + Below(demo::kLyricCount) + ", found "},
     {"object 2", CheckAllTracks, WithKeys("object:num", {{0, 2, hold}}),
      "sync_object:num.track: key 0 (row 0): expected an index below 2 (or -1 for none), found "
      "2.0000"},
