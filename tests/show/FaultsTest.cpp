@@ -120,6 +120,22 @@ TEST_F(BrokenShows, RecorderLeavesNoHalfFile)
     ExpectNoRecording("no tempo", "vyr-record: show.so: Describe: no tempo");
 }
 
+// A second engine in a process would have a second renderer, which the show would draw with.
+TEST(OneEngine, IsTheLibrarys)
+{
+    const std::string function = "vyr::cRenderer::Init(";
+    for (const std::string &program :
+         {check, record, tracks, std::string(VYR_BINARY_DIR) + "/show/show.so"}) {
+        const auto result = test::Run({"nm", "-C", "--defined-only", program});
+        EXPECT_EQ(result.mStatus, 0) << result.mErrors;
+        EXPECT_EQ(result.mOutput.find(function), std::string::npos) << program;
+    }
+    const auto library = test::Run({"nm", "-C", "--defined-only", VYR_BINARY_DIR "/lib/libvyr.so"});
+    EXPECT_NE(library.mOutput.find(function), std::string::npos);
+    const auto demo = test::Run({"ldd", VYR_BINARY_DIR "/show/demo"});
+    EXPECT_EQ(demo.mOutput.find("libvyr"), std::string::npos) << "it is one self-contained program";
+}
+
 TEST_F(BrokenShows, TracksNameTheShowThatCannotBeOpened)
 {
     const auto result = Run({tracks, "sample", "show", "height", "0", "8", "1"}, "no tempo");

@@ -106,6 +106,24 @@ TEST(SoundDecoder, RewindsToTheFirstFrame)
     EXPECT_EQ(ReadAll(*decoder), once);
 }
 
+// To the sample, wherever a frame of the file begins; beyond the end there is nothing more.
+TEST(SoundDecoder, SeeksToAnyFrame)
+{
+    std::unique_ptr<SoundDecoder> decoder;
+    ASSERT_EQ(SoundDecoder::Open(test::SweepPath().c_str(), decoder), FMOD_OK);
+    const std::vector<int16_t> once = ReadAll(*decoder);
+    for (const int64_t frame : {30000, 1, 1151, 1152, 49999, 0, 12345}) {
+        ASSERT_EQ(decoder->Seek(frame), frame);
+        const std::vector<int16_t> rest = ReadAll(*decoder);
+        ASSERT_EQ(rest.size(), once.size() - 2 * size_t(frame)) << frame;
+        EXPECT_TRUE(std::equal(rest.begin(), rest.end(), once.begin() + 2 * frame)) << frame;
+    }
+    for (const int64_t frame : {50000, 50001, 1 << 30}) {
+        EXPECT_EQ(decoder->Seek(frame), 50000) << frame;
+        EXPECT_EQ(ReadAll(*decoder).size(), 0u) << frame;
+    }
+}
+
 TEST(SoundDecoder, MissingFileIsNotFound)
 {
     const test::cTemporaryFolder folder;
