@@ -220,6 +220,6 @@ using FMOD_SYSTEM = FMOD::System;
 /// program is closed then.
 FMOD_RESULT FMOD_System_Create(FMOD_SYSTEM **system);
 
-/// One sentence for each code, in words of this project's own; "Unknown error." for a number that is
-/// none. The text is static.
+/// One sentence for each code, in words of this project's own; "Unknown error." for a number that
+/// is none. The text is static.
 const char *FMOD_ErrorString(FMOD_RESULT errcode);

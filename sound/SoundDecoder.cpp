@@ -111,8 +111,8 @@ size_t SoundDecoder::ReadSome(int16_t *frames, size_t count)
     return done;
 }
 
-// Past the end the library answers with an error and stays where it is: then the end is where reading
-// on ends.
+// Past the end the library answers with an error and stays where it is: then the end is where
+// reading on ends.
 int64_t SoundDecoder::Seek(int64_t frame)
 {
     mIsForeign = mHasEnded = false;

@@ -29,8 +29,9 @@ public:
     /// Damaged places are skipped, if they are shorter than a megabyte. 0: the end.
     size_t Read(int16_t *frames, size_t count);
 
-    /// Goes on from `frame`, 0 or more, to the sample; what Read gives next is what it would have given
-    /// there. Returns where it is: the end for a frame beyond it, 0 where the file does not allow it.
+    /// Goes on from `frame`, 0 or more, to the sample; what Read gives next is what it would have
+    /// given there. Returns where it is: the end for a frame beyond it, 0 where the file does not
+    /// allow it.
     int64_t Seek(int64_t frame);
 
     /// Back to the first frame; false where the file does not allow it.

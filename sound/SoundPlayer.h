@@ -50,6 +50,6 @@ private:
     std::mutex mMutex; // over the progress
     SoundProgress mProgress;
     bool mIsComplete = false; // the progress counts every frame that there is
-    std::jthread mThread; // last: it uses all of the above
+    std::jthread mThread;     // last: it uses all of the above
 };
 } // namespace vyr

@@ -75,8 +75,8 @@ TEST_F(TunnelEffect, NextCallStartsWhereThisOneEnded)
     EXPECT_FLOAT_EQ(NearestDepthAfter(1234.75f), -0.75f + 0.5f);
 }
 
-// The farthest slice lies at 2^23: half a step nearer is a number of its own, half a step farther is
-// not.
+// The farthest slice lies at 2^23: half a step nearer is a number of its own, half a step farther
+// is not.
 TEST_F(TunnelEffect, HasTenSlicesAsLongAsAStepNearerIsANumber)
 {
     Anchor(-8388603.0f);

@@ -116,10 +116,11 @@ TEST_F(Example, TheSpriteStandsInTheMiddleAtItsOwnSizeAtFirst)
 {
     kSprite.mLoad();
     const cBounds logo = Bounds(Draw(kSprite, 0), IsLit);
-    EXPECT_GE(logo.mLeft, (1280 - 720) / 2);
-    EXPECT_LT(logo.mRight, (1280 + 720) / 2);
-    EXPECT_GE(logo.mTop, (720 - 340) / 2);
-    EXPECT_LT(logo.mBottom, (720 + 340) / 2);
+    const vyr::cVector2 size = Textures().GetTexture(LoadPicture("data/zemlogo.png")).mSize;
+    EXPECT_GE(logo.mLeft, (1280 - int(size.x)) / 2);
+    EXPECT_LT(logo.mRight, (1280 + int(size.x)) / 2);
+    EXPECT_GE(logo.mTop, (720 - int(size.y)) / 2);
+    EXPECT_LT(logo.mBottom, (720 + int(size.y)) / 2);
     EXPECT_GT(logo.mRight - logo.mLeft, 500);
     const cBounds larger = Bounds(Draw(kSprite, 0.7), IsLit);
     EXPECT_GT(larger.mRight - larger.mLeft, logo.mRight - logo.mLeft + 50);

@@ -144,6 +144,8 @@ void WriteTexts(const fs::path &folder, const std::string &name, const tWords &w
         std::string path(file.mPath);
         if (path.starts_with("NAME."))
             path.replace(0, 4, name);
+        if (path.ends_with(".in")) // what is no source until it is filled in
+            path.resize(path.size() - 3);
         WriteText(folder / path, Fill(file.mText, words));
     }
 }

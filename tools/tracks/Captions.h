@@ -1,7 +1,7 @@
 #pragma once
 
-#include "tools/support/Lyrics.h"
 #include "show/Tempo.h"
+#include "tools/support/Lyrics.h"
 
 #include <map>
 #include <string>

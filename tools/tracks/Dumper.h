@@ -1,7 +1,7 @@
 #pragma once
 
-#include "sync/track.h"
 #include "show/Tempo.h"
+#include "sync/track.h"
 
 #include <string>
 #include <vector>

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "tools/support/Music.h"
 #include "show/Tempo.h"
+#include "tools/support/Music.h"
 #include "tools/tracks/PlotLane.h"
 
 namespace tracks

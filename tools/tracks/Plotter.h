@@ -16,7 +16,7 @@ namespace tracks
 struct cPlotInput
 {
     std::string mTitle;
-    vyr::cTempo mTempo;  ///< without seconds the page has none, and no music
+    vyr::cTempo mTempo;    ///< without seconds the page has none, and no music
     double mLastRow = 1.0; ///< the show ends there; above 0
     std::vector<const sync_track *> mTracks;
     std::vector<timeline::cSectionSpan> mSections;
