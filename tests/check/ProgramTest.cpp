@@ -52,6 +52,21 @@ TEST_F(CheckProgram, AllFaultsAreReportedInOneRun)
     EXPECT_THAT(result.mOutput, HasSubstr("8 faults, 0 warnings\n")); // short and quiet as well
 }
 
+// Seen while it draws, so the layer has to be on.
+TEST_F(CheckProgram, UniformsThatTheShaderDoesNotUseAreNamed)
+{
+    test::WriteTrack("fade:plasma", {{0, 1.0f, 0}});
+    test::WriteFile("data/shaders/plasma.fs",
+                    "uniform float time, alpha, flaresize;\nuniform vec2 resolution, flarepos;\n"
+                    "void main() { gl_FragColor = vec4(time, resolution.x, flarepos.x, alpha); }");
+    const auto result = test::Run({VYR_CHECK, "."});
+    EXPECT_EQ(result.mStatus, 1);
+    EXPECT_THAT(
+        result.mOutput,
+        HasSubstr("data/shaders/plasma.fs: uniform flaresize: expected it to be used, found "
+                  "no such active uniform\n1 fault, "));
+}
+
 TEST_F(CheckProgram, WarningsDoNotStopAShow)
 {
     test::WriteTrack("image:left", {{0, -1.0f, 0}});
