@@ -61,7 +61,7 @@ TEST_F(BrokenShows, AGoodOneIsClean)
 TEST_F(BrokenShows, CheckSaysAtWhichStepAShowGoesWrong)
 {
     ExpectFault("throw in Describe", "show.so: Describe: thrown on purpose\n");
-    ExpectFault("crash in Describe", "show.so: stopped by signal 11 ");
+    ExpectFault("crash in Describe", "show.so: stopped by signal 6 ");
     ExpectFault("exit in Describe",
                 "show.so: left by exit with status 3, while describing itself\n");
     ExpectFault("throw in Load", "show.so: Load: thrown on purpose\n");

@@ -124,17 +124,4 @@ TEST_F(ShowFolder, WhatAShowThrowsSaysWhere)
     Break("throw in Draw");
     EXPECT_EQ(ErrorOf([&] { show.Draw(100, 0); }), "show.so: Draw at row 100: thrown on purpose");
 }
-
-// A folder is closed whole: what is opened after a rebuild is the new library.
-TEST_F(ShowFolder, OpensWhatIsThereNow)
-{
-    test::WriteBrokenShow("show");
-    {
-        const vyr::cShowFolder first("show");
-    }
-    fs::remove("show/show.so");
-    test::WriteBrokenShow("other", "NoShow");
-    fs::rename("other/show.so", "show/show.so");
-    EXPECT_THAT(ErrorOfOpening("show"), HasSubstr("VYR_SHOW"));
-}
 } // namespace
