@@ -2,6 +2,7 @@
 // anew.
 
 #include "tests/record/RecordRun.h"
+#include "tests/show/BrokenShow.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -92,6 +93,18 @@ TEST_F(Night, IsRecordedAndCaptioned)
     EXPECT_THAT(test::ReadFile("a.vtt"), HasSubstr("the fog stays down"));
     EXPECT_EQ(
         test::Run({Tool("vyr-record"), "--show", folder, "--to", "257", "-o", "b.mp4"}).mStatus, 2);
+}
+
+// A show goes back to the window by name, and is recorded all the same.
+TEST_F(Night, ShowsWithPostEffectsAreRecorded)
+{
+    test::WriteBrokenShow("effect", "Effect");
+    const auto result = test::Run({Tool("vyr-record"), "--show", "effect", "--size", "64x36",
+                                   "--still", "8", "-o", "still.png"});
+    ASSERT_EQ(result.mStatus, 0) << result.mErrors;
+    const record::cPicture picture = record_test::ReadPng("still.png");
+    const uint8_t *middle = picture.Row(18) + 4 * 32;
+    EXPECT_EQ(std::vector<int>(middle, middle + 3), (std::vector<int>{255, 0, 0}));
 }
 
 TEST_F(Night, IsPlottedAndSampledInItsOwnTime)

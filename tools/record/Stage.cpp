@@ -71,9 +71,14 @@ cStage::cStage(vyr::cShowFolder &show, const cSize &size)
     if (!mStage.IsOpen())
         throw cFailure(""); // the window system has said why
     mFramebuffer = CreateFramebuffer(size);
+    mWindow.emplace(mFramebuffer);
 }
 
-cStage::~cStage() { mStage.GetRenderer().DestroyFBO(mFramebuffer); }
+cStage::~cStage()
+{
+    mWindow.reset();
+    mStage.GetRenderer().DestroyFBO(mFramebuffer);
+}
 
 void cStage::LoadShow()
 {

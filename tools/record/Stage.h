@@ -5,7 +5,9 @@
 #include "tools/record/FrameGrid.h"
 #include "tools/record/Picture.h"
 #include "tools/record/ShowFiles.h"
+#include "tools/record/WindowFramebuffer.h"
 
+#include <optional>
 #include <string>
 
 namespace record
@@ -53,5 +55,6 @@ private:
     cRowCheck mRowCheck;
     vyr::cStage mStage;
     unsigned int mFramebuffer = 0;
+    std::optional<cWindowFramebuffer> mWindow; // which the show takes for the window's
 };
 } // namespace record

@@ -1,0 +1,54 @@
+// A show that draws into a target of its own, and that target into the window.
+
+#include "engine/Renderer.h"
+#include "engine/Singleton.h"
+#include "engine/TextureManager.h"
+#include "show/Show.h"
+
+#include <epoxy/gl.h>
+
+namespace
+{
+vyr::cRenderer &Renderer() { return vyr::tSingleton<vyr::cRenderer>::GetSingleton(); }
+vyr::cTextureManager &Textures() { return vyr::tSingleton<vyr::cTextureManager>::GetSingleton(); }
+
+class cEffect : public vyr::cShow
+{
+public:
+    vyr::cShowDescription Describe() const override
+    {
+        vyr::cShowDescription show;
+        show.mTitle = "Effect";
+        show.mMusic = "data/music.mp3";
+        show.mRowsPerSecond = 16;
+        show.mLastRow = 256;
+        show.mTracks = {"height", "pick"};
+        return show;
+    }
+
+    void Load() override
+    {
+        mTexture = Textures().CreateTexture("target", Renderer().GetWidth(), Renderer().GetHeight(),
+                                            true, false);
+        mTarget = Renderer().CreateFBO(unsigned(mTexture), 0);
+    }
+
+    void Draw(double, double) override
+    {
+        Renderer().BeginScene();
+        Renderer().BeginUpdateFBO(mTarget);
+        Renderer().Clear({1, 0, 0, 1});
+        Renderer().EndUpdateFBO();
+        Renderer().Clear({0, 0, 1, 1});
+        glColor4f(1, 1, 1, 1);
+        Renderer().Post_Draw(mTexture);
+        Renderer().EndScene();
+    }
+
+private:
+    int mTexture = -1;
+    unsigned int mTarget = 0;
+};
+} // namespace
+
+VYR_SHOW(cEffect);
