@@ -1,4 +1,5 @@
-// A show that draws into a target of its own, and that target into the window.
+// A show that draws into the window, into a target of its own, and that target into the window's
+// middle.
 
 #include "engine/Renderer.h"
 #include "engine/Singleton.h"
@@ -36,12 +37,16 @@ public:
     void Draw(double, double) override
     {
         Renderer().BeginScene();
+        Renderer().Clear({0, 1, 0, 1}); // stays around the effect
         Renderer().BeginUpdateFBO(mTarget);
         Renderer().Clear({1, 0, 0, 1});
         Renderer().EndUpdateFBO();
-        Renderer().Clear({0, 0, 1, 1});
         glColor4f(1, 1, 1, 1);
+        glEnable(GL_SCISSOR_TEST);
+        glScissor(Renderer().GetWidth() / 4, Renderer().GetHeight() / 4, Renderer().GetWidth() / 2,
+                  Renderer().GetHeight() / 2);
         Renderer().Post_Draw(mTexture);
+        glDisable(GL_SCISSOR_TEST);
         Renderer().EndScene();
     }
 

@@ -104,7 +104,9 @@ TEST_F(Night, ShowsWithPostEffectsAreRecorded)
     ASSERT_EQ(result.mStatus, 0) << result.mErrors;
     const record::cPicture picture = record_test::ReadPng("still.png");
     const uint8_t *middle = picture.Row(18) + 4 * 32;
+    const uint8_t *corner = picture.Row(0);
     EXPECT_EQ(std::vector<int>(middle, middle + 3), (std::vector<int>{255, 0, 0}));
+    EXPECT_EQ(std::vector<int>(corner, corner + 3), (std::vector<int>{0, 255, 0}));
 }
 
 TEST_F(Night, IsPlottedAndSampledInItsOwnTime)
