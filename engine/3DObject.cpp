@@ -26,6 +26,9 @@ void c3DObject::BackupVertices() { mBackupVertices = mVertices; }
 
 c3DObject::cRenderObject *c3DObject::CreateRenderObject()
 {
-    return new cRenderObject(mVertices, mPolygons);
+    auto *object = new cRenderObject(mVertices, mPolygons);
+    if (!mFile.empty())
+        object->NoteFile(mFile);
+    return object;
 }
 } // namespace vyr

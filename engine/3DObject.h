@@ -70,6 +70,10 @@ public:
         int mTexture = -1; ///< of the first polygon's surface; -1 without
 
     private:
+        friend class c3DObject;
+        void Exchange(cRenderObject &other);
+        void NoteFile(const std::string &file);
+        static std::vector<cRenderObject *> MadeFrom(const std::string &file);
         void CopyVertices(const std::vector<cVertex> &vertices);
         void FlattenPolygons(const std::vector<cPolygon> &polygons);
     };
@@ -79,6 +83,11 @@ public:
     /// Null when there is no such file, it is no LWO2 object, or it is malformed. The texture
     /// manager must exist. docs/formats.md describes the part of the format that is read.
     static c3DObject *CreateFromLWO2(const std::string &filename);
+
+    /// The file `filename` has changed: every render object made from it since is drawn from what
+    /// the file holds now, at the same address; meshes stay as they were read. False, and nothing
+    /// changes, when it can't be read as CreateFromLWO2 does.
+    static bool Refresh(const std::string &filename);
 
     /// Reads the chunk whose 4-byte `tag` has just been read. True when all of the chunk, its size
     /// field included, was consumed; false when the caller must skip it, starting at the size
@@ -97,7 +106,8 @@ public:
     /// Keeps a copy of the vertices, so that an animation can put them back.
     void BackupVertices();
 
-    /// The arrays to draw this mesh from; the caller owns them.
+    /// The arrays to draw this mesh from; the caller owns them. A refresh of the mesh's file
+    /// changes them.
     cRenderObject *CreateRenderObject();
 
     std::vector<cVertex> mVertices;
@@ -105,5 +115,6 @@ public:
     std::vector<cPolygon> mPolygons;
     std::vector<cSurface> mSurfaces;
     std::vector<cTexture> mClips;
+    std::string mFile; ///< that it was read from; empty: none
 };
 } // namespace vyr

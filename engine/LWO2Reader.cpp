@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <climits>
+#include <memory>
 
 namespace vyr
 {
@@ -102,25 +103,53 @@ bool cLWO2Reader::AreIndicesInRange() const
     return mLargestIndex < 0 || size_t(mLargestIndex) < mObject.mVertices.size();
 }
 
+namespace
+{
+// The object in `file`, which stays open; null when it is none.
+std::unique_ptr<c3DObject> ReadObject(FILE *file)
+{
+    int end = 0;
+    if (!ReadFormHeader(file, end))
+        return nullptr;
+    auto object = std::make_unique<c3DObject>();
+    cLWO2Reader reader(file, *object);
+    if (!reader.ReadChunks(end) || !reader.AreIndicesInRange())
+        return nullptr;
+    object->CalculateNormals();
+    return object;
+}
+} // namespace
+
 c3DObject *c3DObject::CreateFromLWO2(const std::string &filename)
 {
     FILE *file = OpenResource(filename);
     if (!file)
         return nullptr;
-    int end = 0;
-    if (!ReadFormHeader(file, end)) {
+    auto object = ReadObject(file);
+    if (!object) {
         std::fclose(file);
         return nullptr;
     }
-    auto *object = new c3DObject;
-    cLWO2Reader reader(file, *object);
-    if (!reader.ReadChunks(end) || !reader.AreIndicesInRange()) {
-        std::fclose(file);
-        delete object;
-        return nullptr;
+    object->mFile = filename;
+    return object.release(); // the file stays open for the rest of the run
+}
+
+bool c3DObject::Refresh(const std::string &filename)
+{
+    FILE *file = OpenResource(filename);
+    if (!file)
+        return false;
+    const auto object = ReadObject(file);
+    std::fclose(file);
+    if (!object)
+        return false;
+    for (cRenderObject *drawn : cRenderObject::MadeFrom(filename)) {
+        cRenderObject now(object->mVertices, object->mPolygons);
+        drawn->Exchange(now);
+        delete[] now.mLineIndices; // a render object leaves these two
+        delete[] now.mTexCoords;
     }
-    object->CalculateNormals();
-    return object; // the file stays open for the rest of the run
+    return true;
 }
 
 bool c3DObject::HandleTag(const std::string &tag, FILE *file, c3DObject *object)

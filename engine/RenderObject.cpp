@@ -1,6 +1,8 @@
 #include "engine/3DObject.h"
 
 #include <algorithm>
+#include <map>
+#include <utility>
 
 namespace vyr
 {
@@ -35,6 +37,13 @@ void Store(float *destination, const cColor &color)
     destination[1] = color.g;
     destination[2] = color.b;
     destination[3] = color.a;
+}
+
+// The file of each render object that lives and was made from one.
+std::map<c3DObject::cRenderObject *, std::string> &Files()
+{
+    static std::map<c3DObject::cRenderObject *, std::string> files;
+    return files;
 }
 
 // The closed outline as pairs: a b, b c, c a.
@@ -92,8 +101,35 @@ void c3DObject::cRenderObject::FlattenPolygons(const std::vector<cPolygon> &poly
     std::fill(indices, mIndices + indexRoom, 0);
 }
 
+void c3DObject::cRenderObject::NoteFile(const std::string &file) { Files()[this] = file; }
+
+std::vector<c3DObject::cRenderObject *>
+c3DObject::cRenderObject::MadeFrom(const std::string &file)
+{
+    std::vector<cRenderObject *> objects;
+    for (const auto &[object, name] : Files())
+        if (name == file)
+            objects.push_back(object);
+    return objects;
+}
+
+void c3DObject::cRenderObject::Exchange(cRenderObject &other)
+{
+    std::swap(mPositions, other.mPositions);
+    std::swap(mIndices, other.mIndices);
+    std::swap(mLineIndices, other.mLineIndices);
+    std::swap(mIndexCount, other.mIndexCount);
+    std::swap(mColors, other.mColors);
+    std::swap(mNormals, other.mNormals);
+    std::swap(mTexCoords, other.mTexCoords);
+    std::swap(mVertexCount, other.mVertexCount);
+    std::swap(mPolygonCount, other.mPolygonCount);
+    std::swap(mTexture, other.mTexture);
+}
+
 c3DObject::cRenderObject::~cRenderObject()
 {
+    Files().erase(this);
     delete[] mPositions;
     delete[] mIndices;
     delete[] mColors;

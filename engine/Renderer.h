@@ -92,6 +92,12 @@ public:
     unsigned int CreateShader(const std::string &vertexPath, const std::string &fragmentPath,
                               bool plainPath);
 
+    /// The file `path` has changed: every program made of it (with plain paths) is compiled and
+    /// linked anew, under the same name; uniforms that it still has keep their values. False, with
+    /// what the driver has to say in `log` and every program as it was, when that fails. Leaves the
+    /// current program current.
+    static bool RefreshShaders(const std::string &path, std::string &log);
+
     // Render targets -----------------------------------------------------------------------------
 
     /// Makes the two targets of the window's size that Post_FeedbackBlur works in; once, after Init

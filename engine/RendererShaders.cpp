@@ -1,5 +1,5 @@
 #include "engine/Renderer.h"
-
+#include "engine/ShaderFiles.h"
 #include "platform/Resources.h"
 
 #include <epoxy/gl.h>
@@ -9,13 +9,7 @@
 
 namespace vyr
 {
-namespace
-{
-const size_t maximumResourcePath = 200; // bytes, with the terminating zero
-
-// The whole file; empty when there is none, or when what opens under the name has no size (a
-// folder).
-std::string ReadSource(const std::string &path)
+std::string ReadShaderSource(const std::string &path)
 {
     FILE *file = std::fopen(path.c_str(), "rb");
     if (!file)
@@ -31,6 +25,10 @@ std::string ReadSource(const std::string &path)
     std::fclose(file);
     return text;
 }
+
+namespace
+{
+const size_t maximumResourcePath = 200; // bytes, with the terminating zero
 
 std::string FindSource(const std::string &path, bool plainPath)
 {
@@ -76,7 +74,7 @@ void PrintProgramLog(GLuint program)
 void AttachStage(GLuint program, GLenum stage, const char *heading, const std::string &path)
 {
     const GLuint shader = glCreateShader(stage);
-    const std::string source = ReadSource(path);
+    const std::string source = ReadShaderSource(path);
     const char *text = source.c_str();
     glShaderSource(shader, 1, &text, nullptr);
     glCompileShader(shader);
@@ -99,6 +97,8 @@ unsigned int cRenderer::CreateShader(const std::string &vertexPath, const std::s
     glValidateProgram(program);
     PrintProgramLog(program);
     glUseProgram(program);
+    if (plainPath)
+        NoteShaderFiles(program, {vertexPath, fragmentPath});
     return program;
 }
 } // namespace vyr

@@ -175,6 +175,30 @@ void cTextureManager::ReloadTextures()
             LoadTexture(texture.mName, false);
 }
 
+bool cTextureManager::RefreshTexture(const std::string &path)
+{
+    const int id = FindTexture(path);
+    if (id < 0)
+        return true;
+    cImage image = {};
+    image.mPixels = stbi_load(path.c_str(), &image.mWidth, &image.mHeight, &image.mComponents, 0);
+    if (!image.mPixels)
+        return false;
+
+    cTexture &texture = mTextures[size_t(id)];
+    GLint bound = 0;
+    glGetIntegerv(GL_TEXTURE_BINDING_2D, &bound);
+    glBindTexture(GL_TEXTURE_2D, texture.mHandle);
+    UploadImage(image);
+    glBindTexture(GL_TEXTURE_2D, GLuint(bound));
+    texture.mSize = {float(image.mWidth), float(image.mHeight)};
+    std::free(texture.mPixels);
+    texture.mPixels = nullptr;
+    texture.mComponents = 0;
+    std::free(image.mPixels);
+    return true;
+}
+
 void cTextureManager::DestroyTexture(unsigned int id)
 {
     glDeleteTextures(1, &id); // the id itself as OpenGL's name, not the record's handle

@@ -56,6 +56,12 @@ public:
     /// and kept pixels with them.
     void ReloadTextures();
 
+    /// The file at `path` has changed: the texture that was made of it shows the file's pixels from
+    /// now on, under the same id and the same OpenGL name; kept pixels are forgotten. False, and the
+    /// texture stays, when the file can't be read. True, and nothing happens, when no texture was
+    /// made of it. Leaves the bound texture as it was.
+    bool RefreshTexture(const std::string &path);
+
     /// Frees the kept pixels of `id` and deletes the OpenGL texture whose *name* is the number
     /// `id`: not the record's own, unless the two happen to agree. The record stays: the id can
     /// still be bound and is still found by its path.

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <array>
 #include <cstdio>
+#include <cstdlib>
 #include <cstring>
 #include <fstream>
 
@@ -161,6 +162,22 @@ void cShowFolder::LoadTracks()
     mShow->mLoadedTracks.clear();
     for (const std::string &name : mDescription.mTracks)
         mShow->mLoadedTracks.push_back(sync_get_track(mDevice.get(), name.c_str()));
+}
+
+// The device made the track and frees its keys, so they are what it would have allocated.
+void cShowFolder::SetKeys(int track, const std::vector<sync_key> &keys)
+{
+    const int index = sync_find_track(&mDevice->data, GetTrack(track).name);
+    sync_track &changed = *mDevice->data.tracks[index];
+    const size_t size = keys.size() * sizeof(sync_key);
+    auto *copy = static_cast<sync_key *>(std::malloc(std::max<size_t>(size, 1)));
+    if (!copy)
+        throw cShowError("no memory for the tracks");
+    if (size > 0)
+        std::memcpy(copy, keys.data(), size);
+    std::free(changed.keys);
+    changed.keys = copy;
+    changed.num_keys = int(keys.size());
 }
 
 const sync_track *cShowFolder::FindTrack(const std::string &name) const

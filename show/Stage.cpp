@@ -16,30 +16,37 @@ using TexturesHolder = tSingleton<cTextureManager>;
 
 const float designWidth = 1280.0f, designHeight = 720.0f;
 
-bool Open(cStage::eSurface surface, int width, int height)
+} // namespace
+
+void cStage::Open(int width, int height, bool isFullscreen)
 {
+    RendererHolder::CreateSingleton();
+    TexturesHolder::CreateSingleton();
     cRenderer &renderer = RendererHolder::GetSingleton();
     renderer.SetScaleFactor({float(width) / designWidth, float(height) / designHeight});
-    if (!renderer.Init(width, height, surface == cStage::FULLSCREEN))
-        return false;
+    mIsOpen = renderer.Init(width, height, isFullscreen);
+    if (!mIsOpen)
+        return;
     renderer.InitPostProcessing();
     glEnable(GL_BLEND); // every show begins with it
-    return true;
 }
-} // namespace
 
 cStage::cStage(eSurface surface, int width, int height)
 {
     platform::UseWindowSystem(surface == OFFSCREEN ? platform::OffscreenWindowSystem()
                                                    : platform::ScreenWindowSystem());
-    RendererHolder::CreateSingleton();
-    TexturesHolder::CreateSingleton();
     if (surface == FULLSCREEN) {
         platform::StartWindowSystem();
         width = platform::GetDisplaySize().width;
         height = platform::GetDisplaySize().height;
     }
-    mIsOpen = Open(surface, width, height);
+    Open(width, height, surface == FULLSCREEN);
+}
+
+cStage::cStage(const platform::WindowSystem &system, int width, int height)
+{
+    platform::UseWindowSystem(system);
+    Open(width, height, false);
 }
 
 cStage::~cStage()

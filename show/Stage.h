@@ -3,6 +3,10 @@
 namespace vyr
 {
 class cRenderer;
+namespace platform
+{
+struct WindowSystem;
+}
 
 /// Where a show is drawn: the renderer, the texture manager and the targets of the post effects,
 /// over a window or over a context without one. Positions are in design units of 1280 by 720,
@@ -20,6 +24,8 @@ public:
     /// A size in pixels. Where it cannot be opened, the window system has said why in one line on
     /// standard error, and IsOpen is false.
     cStage(eSurface surface, int width, int height);
+    /// Over a window system of the caller's own, which decides what is opened. A size in pixels.
+    cStage(const platform::WindowSystem &system, int width, int height);
     ~cStage(); ///< everything goes, with the context and all that was loaded into it
     cStage(const cStage &) = delete;
     cStage &operator=(const cStage &) = delete;
@@ -28,6 +34,8 @@ public:
     cRenderer &GetRenderer() const;
 
 private:
+    void Open(int width, int height, bool isFullscreen);
+
     bool mIsOpen = false;
 };
 } // namespace vyr

@@ -3,7 +3,6 @@
 #include "engine/Renderer.h"
 #include "engine/Singleton.h"
 #include "engine/TextureManager.h"
-#include "platform/Window.h"
 #include "tools/record/Failure.h"
 #include "tools/record/Readback.h"
 
@@ -56,17 +55,18 @@ unsigned int CreateFramebuffer(const cSize &size)
 }
 
 // As large as the driver allows, checked before the stage asks for it.
-const cSize &Checked(const cSize &size)
+const cSize &Checked(const cSize &size, const vyr::platform::WindowSystem &system)
 {
-    vyr::platform::UseWindowSystem(vyr::platform::OffscreenWindowSystem());
+    vyr::platform::UseWindowSystem(system);
     CheckSize(size);
     return size;
 }
 } // namespace
 
-cStage::cStage(vyr::cShowFolder &show, const cSize &size)
-    : mShow(show), mSize(Checked(size)), mRowCheck(show),
-      mStage(vyr::cStage::OFFSCREEN, size.mWidth, size.mHeight)
+cStage::cStage(vyr::cShowFolder &show, const cSize &size,
+               const vyr::platform::WindowSystem &system)
+    : mShow(show), mSize(Checked(size, system)), mRowCheck(show),
+      mStage(system, size.mWidth, size.mHeight)
 {
     if (!mStage.IsOpen())
         throw cFailure(""); // the window system has said why

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/Window.h"
 #include "show/ShowFolder.h"
 #include "show/Stage.h"
 #include "tools/record/FrameGrid.h"
@@ -17,9 +18,10 @@ namespace record
 class cStage
 {
 public:
-    /// Opens the context and the framebuffer, for `show`, which has to outlive the stage. Throws
+    /// Opens the context of `system` and the framebuffer, for `show`, which has to outlive the stage. Throws
     /// cUsageError for a size above what the driver draws, cFailure when there is no OpenGL.
-    cStage(vyr::cShowFolder &show, const cSize &size);
+    cStage(vyr::cShowFolder &show, const cSize &size,
+           const vyr::platform::WindowSystem &system = vyr::platform::OffscreenWindowSystem());
     ~cStage();
     cStage(const cStage &) = delete;
     cStage &operator=(const cStage &) = delete;
