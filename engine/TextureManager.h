@@ -61,6 +61,8 @@ public:
     /// texture stays, when the file can't be read. True, and nothing happens, when no texture was
     /// made of it. Leaves the bound texture as it was.
     bool RefreshTexture(const std::string &path);
+    /// Whether a texture was made under this path or name.
+    bool IsKnown(const std::string &path) const { return FindTexture(path) >= 0; }
 
     /// Frees the kept pixels of `id` and deletes the OpenGL texture whose *name* is the number
     /// `id`: not the record's own, unless the two happen to agree. The record stays: the id can

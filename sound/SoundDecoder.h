@@ -1,6 +1,7 @@
 #pragma once
 
 #include "sound/Sound.h"
+#include "sound/SoundStream.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -13,21 +14,21 @@ namespace vyr
 /// An MP3 file as a stream of stereo frames (two 16-bit samples, left first) at the file's own
 /// rate. Mono is doubled. The first frame is the music's first: the encoder's delay and padding
 /// that the file names are left out. Used by one thread at a time.
-class SoundDecoder
+class SoundDecoder : public SoundStream
 {
 public:
     /// Opens `path` and makes sure that it begins with MP3; `decoder` stays as it is on failure.
     static FMOD_RESULT Open(const char *path, std::unique_ptr<SoundDecoder> &decoder);
 
-    ~SoundDecoder();
+    ~SoundDecoder() override;
     SoundDecoder(const SoundDecoder &) = delete;
     SoundDecoder &operator=(const SoundDecoder &) = delete;
 
-    int GetRate() const { return mRate; } ///< frames per second
+    int GetRate() const override { return mRate; }
 
     /// Decodes up to `count` frames into `frames` (two values each) and says how many there were.
     /// Damaged places are skipped, if they are shorter than a megabyte. 0: the end.
-    size_t Read(int16_t *frames, size_t count);
+    size_t Read(int16_t *frames, size_t count) override;
 
     /// Goes on from `frame`, 0 or more, to the sample; what Read gives next is what it would have
     /// given there. Returns where it is: the end for a frame beyond it, 0 where the file does not

@@ -14,8 +14,8 @@ namespace
 const auto fillPause = std::chrono::milliseconds(10);
 } // namespace
 
-SoundPlayer::SoundPlayer(SoundOutput &output, SoundDecoder &decoder)
-    : mOutput(output), mDecoder(decoder), mRate(decoder.GetRate()),
+SoundPlayer::SoundPlayer(SoundOutput &output, SoundStream &stream)
+    : mOutput(output), mStream(stream), mRate(stream.GetRate()),
       mBlock(2 * SoundVoice::blockFrames)
 {
     mThread = std::jthread([this](const std::stop_token &stop) { Run(stop); });
@@ -59,7 +59,7 @@ void SoundPlayer::Fill(const std::stop_token &stop)
 
 void SoundPlayer::QueueBlock()
 {
-    const size_t frames = mDecoder.Read(mBlock.data(), SoundVoice::blockFrames);
+    const size_t frames = mStream.Read(mBlock.data(), SoundVoice::blockFrames);
     mQueuedFrames += double(frames);
     mHasEnded = frames < SoundVoice::blockFrames;
     if (frames > 0 && !mVoice->Queue(std::span(mBlock).first(2 * frames)))

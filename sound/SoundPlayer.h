@@ -1,7 +1,7 @@
 #pragma once
 
-#include "sound/SoundDecoder.h"
 #include "sound/SoundOutput.h"
+#include "sound/SoundStream.h"
 
 #include <memory>
 #include <mutex>
@@ -10,12 +10,12 @@
 
 namespace vyr
 {
-/// Plays a stream from where its decoder is: a thread of its own decodes a little ahead of the ear,
-/// and keeps doing so on a silent output. Output and decoder have to outlive it.
+/// Plays a stream from where it is: a thread of its own reads a little ahead of the ear, and keeps
+/// doing so on a silent output. Output and stream have to outlive it.
 class SoundPlayer
 {
 public:
-    SoundPlayer(SoundOutput &output, SoundDecoder &decoder);
+    SoundPlayer(SoundOutput &output, SoundStream &stream);
     ~SoundPlayer(); ///< stops the sound
     SoundPlayer(const SoundPlayer &) = delete;
     SoundPlayer &operator=(const SoundPlayer &) = delete;
@@ -38,7 +38,7 @@ private:
     double GetHeardFrames();
 
     SoundOutput &mOutput;
-    SoundDecoder &mDecoder;
+    SoundStream &mStream;
     const int mRate;
     double mReachedFrames = 0; // of whoever asks
 

@@ -65,7 +65,7 @@ const cSize &Checked(const cSize &size, const vyr::platform::WindowSystem &syste
 
 cStage::cStage(vyr::cShowFolder &show, const cSize &size,
                const vyr::platform::WindowSystem &system)
-    : mShow(show), mSize(Checked(size, system)), mRowCheck(show),
+    : mShow(&show), mSize(Checked(size, system)), mRowCheck(show),
       mStage(system, size.mWidth, size.mHeight)
 {
     if (!mStage.IsOpen())
@@ -82,25 +82,25 @@ cStage::~cStage()
 
 void cStage::LoadShow()
 {
-    CheckShowFiles(mShow.GetDescription());
-    mShow.LoadTracks();
-    mShow.Load();
-    CheckLoaded(mShow.GetDescription());
+    CheckShowFiles(mShow->GetDescription());
+    mShow->LoadTracks();
+    mShow->Load();
+    CheckLoaded(mShow->GetDescription());
 }
 
-void cStage::CheckRow(double row) { mRowCheck.Check(row); }
+void cStage::CheckRow(double row) { mRowCheck->Check(row); }
 
 void cStage::Draw(double row, double seconds)
 {
     CheckRow(row);
     mStage.GetRenderer().BeginUpdateFBO(mFramebuffer);
-    mShow.Draw(row, seconds);
+    mShow->Draw(row, seconds);
 }
 
 int64_t cStage::FindFrameThatReachesLater(const cFrameGrid &grid, int64_t end) const
 {
     int64_t frame = end - 1;
-    while (frame >= 0 && !mShow.ReachesLater(grid.Row(frame)))
+    while (frame >= 0 && !mShow->ReachesLater(grid.Row(frame)))
         frame--;
     return frame;
 }
@@ -115,7 +115,13 @@ void cStage::DrawFramesBefore(const cFrameGrid &grid, int64_t microRow)
         Draw(grid.Row(end - 1), grid.Seconds(end - 1));
 }
 
-cPicture cStage::DrawStill(const cFrameGrid &grid, int64_t microRow)
+void cStage::SetShow(vyr::cShowFolder &show)
+{
+    mShow = &show;
+    mRowCheck.emplace(show);
+}
+
+void cStage::DrawAlone(const cFrameGrid &grid, int64_t microRow)
 {
     DrawFramesBefore(grid, microRow);
     const int64_t frame = grid.FirstAtOrAfter(microRow);
@@ -123,8 +129,13 @@ cPicture cStage::DrawStill(const cFrameGrid &grid, int64_t microRow)
         Draw(grid.Row(frame), grid.Seconds(frame));
     } else {
         const double row = double(microRow) / double(kMicroRows);
-        Draw(row, row / mShow.GetDescription().mRowsPerSecond);
+        Draw(row, row / mShow->GetDescription().mRowsPerSecond);
     }
+}
+
+cPicture cStage::DrawStill(const cFrameGrid &grid, int64_t microRow)
+{
+    DrawAlone(grid, microRow);
     cReadback readback(mSize.mWidth, mSize.mHeight);
     cPicture picture(mSize.mWidth, mSize.mHeight);
     readback.Begin();

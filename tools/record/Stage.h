@@ -29,7 +29,10 @@ public:
     /// Loads the show. Throws cFailure or cShowError, naming the file, when something in it can't
     /// be read or used.
     void LoadShow();
-    const vyr::cShowFolder &GetShow() const { return mShow; }
+    /// Another show is drawn from now on, once it is loaded; pictures that are there are kept. It has
+    /// to outlive the stage.
+    void SetShow(vyr::cShowFolder &show);
+    const vyr::cShowFolder &GetShow() const { return *mShow; }
     /// Throws cFailure unless what the tracks choose at `row` can be shown.
     void CheckRow(double row);
 
@@ -42,8 +45,10 @@ public:
     /// its OpenGL state. A frame then looks the same wherever a recording starts.
     void DrawFramesBefore(const cFrameGrid &grid, int64_t microRow);
 
-    /// The frame at `microRow` as a recording on `grid` would show it. A row that is printed for a
-    /// frame of the grid stands for that frame.
+    /// Draws the frame at `microRow` as a recording on `grid` would show it, with those that reach
+    /// into it before, and leaves it in the framebuffer bound now. A row that is printed for a frame
+    /// of the grid stands for that frame.
+    void DrawAlone(const cFrameGrid &grid, int64_t microRow);
     cPicture DrawStill(const cFrameGrid &grid, int64_t microRow);
 
     const cSize &GetSize() const { return mSize; }
@@ -52,9 +57,9 @@ public:
 private:
     int64_t FindFrameThatReachesLater(const cFrameGrid &grid, int64_t end) const;
 
-    vyr::cShowFolder &mShow;
+    vyr::cShowFolder *mShow;
     cSize mSize;
-    cRowCheck mRowCheck;
+    std::optional<cRowCheck> mRowCheck;
     vyr::cStage mStage;
     unsigned int mFramebuffer = 0;
     std::optional<cWindowFramebuffer> mWindow; // which the show takes for the window's
