@@ -3,7 +3,6 @@
 #include "show/Time.h"
 
 #include <epoxy/gl.h>
-#include <imgui_internal.h>
 
 #include <algorithm>
 #include <cmath>
@@ -44,9 +43,7 @@ cPage::cPage(cStudio &studio, cGui &gui, double scale, std::filesystem::path fol
     : mStudio(studio), mGui(gui), mScale(scale), mFolder(std::move(folder)),
       mView(0.0, 1000.0, 0.0, studio.Transport().LastRow()), mSnapper(studio.Transport().Tempo()),
       mPicker(scale)
-{
-    mView.FitAll();
-}
+{}
 
 bool cPage::IsTyping() const { return ImGui::GetIO().WantTextInput; }
 
@@ -72,6 +69,9 @@ void cPage::Layout()
     mWordStrip = strip(mStudio.WordSpans().empty() ? 0.0f : S(18));
     mLaneArea = {{left, top + S(4)}, {right, size.y - status}};
     mView.Resize(double(left), double(std::max(right - left, 50.0f)));
+    if (mIsFirst)
+        mView.FitAll();
+    mIsFirst = false;
 }
 
 void cPage::Draw(const std::vector<cEvent> &events)
@@ -93,8 +93,9 @@ void cPage::Draw(const std::vector<cEvent> &events)
     DrawSide();
     DrawTimeline();
     DrawStatus();
-    ImGui::End();
     DrawPopups();
+    ImGui::End();
+    DrawHelp();
 }
 
 void cPage::DrawToolbar()
@@ -232,9 +233,11 @@ void cPage::DrawSelectedKey()
     const std::string name = lane ? NameOf(*lane, key->mKey.value) : "";
     ImGui::Text("value %s%s%s, %s", value.c_str(), name.empty() || name == value ? "" : "  ",
                 name == value ? "" : name.c_str(), timeline::kInterpolations[key->mKey.type]);
-    if (!text.mSection.empty())
+    if (text.mCopies > 1)
         ImGui::TextWrapped("in section %s (line %d), put %d times: all change together",
                            text.mSection.c_str(), text.mSectionLine, text.mCopies);
+    else if (!text.mSection.empty())
+        ImGui::Text("in section %s (line %d)", text.mSection.c_str(), text.mSectionLine);
     ImGui::TextDisabled("%s:%d", mStudio.TimelinePath().filename().c_str(), text.mLine);
     const std::string content(document.Lines().Content(text.mLine - 1));
     ImGui::TextWrapped("%s", content.c_str());
@@ -291,12 +294,15 @@ void cPage::DrawStatus()
     list.AddText({mStatus.mMin.x + S(12), mStatus.mMin.y + S(5)}, ink, text.c_str());
 }
 
+// Whatever has asked for one, it is opened here: a popup belongs to where it is opened.
 void cPage::DrawPopups()
 {
+    if (mAskedPopup)
+        ImGui::OpenPopup(mAskedPopup);
+    mAskedPopup = nullptr;
     DrawTypePopup();
     DrawRecordPopup();
     DrawMenu();
-    DrawHelp();
 }
 
 void cPage::OpenTypePopup()
@@ -312,7 +318,7 @@ void cPage::OpenTypePopup()
     Copy(text.mValueName.empty() ? vyr::FormatValue(key->mKey.value) : text.mValueName, mTypedValue,
          sizeof mTypedValue);
     mTypedType = key->mKey.type;
-    ImGui::OpenPopup(ImGui::GetCurrentWindowRead() ? ImGui::GetID("type") : 0);
+    mAskedPopup = "type";
 }
 
 // Only what has been typed anew changes: the spelling of the rest stays.
@@ -335,8 +341,8 @@ void cPage::DrawTypePopup()
     ImGui::TextUnformatted("value, or a name of the timeline");
     ImGui::InputText("##value", mTypedValue, sizeof mTypedValue, ImGuiInputTextFlags_AutoSelectAll);
     ImGui::Combo("##type", &mTypedType, timeline::kInterpolations, 4);
-    const bool isDone = ImGui::Button("Change") || ImGui::IsKeyPressedMap(ImGuiKey_Enter) ||
-                        ImGui::IsKeyPressedMap(ImGuiKey_KeyPadEnter);
+    const bool isDone = ImGui::Button("Change") || ImGui::IsKeyPressed(ImGui::GetKeyIndex(ImGuiKey_Enter)) ||
+                        ImGui::IsKeyPressed(ImGui::GetKeyIndex(ImGuiKey_KeyPadEnter));
     ImGui::SameLine();
     if (ImGui::Button("Leave it"))
         ImGui::CloseCurrentPopup();
@@ -376,9 +382,6 @@ void cPage::DrawRecordPopup()
 
 void cPage::DrawMenu()
 {
-    if (mIsMenuAsked)
-        ImGui::OpenPopup("menu");
-    mIsMenuAsked = false;
     if (!ImGui::BeginPopup("menu"))
         return;
     const bool isAny = !mStudio.Selection().empty();

@@ -190,6 +190,7 @@ private:
     char mRecordFile[512] = "";
     double mRecordFrom = 0.0, mRecordTo = 0.0;
     std::optional<int> mSnappedRow; ///< shown as a line while something snaps to it
-    bool mIsMenuAsked = false, mIsQuitAsked = false, mHasTimes = true;
+    const char *mAskedPopup = nullptr;
+    bool mIsQuitAsked = false, mHasTimes = true, mIsFirst = true;
 };
 } // namespace studio

@@ -144,7 +144,8 @@ void cPage::Do(eCommand command)
                                   : transport.LastRow();
         const std::string name = FileName(mStudio.Show().mTitle, mRecordFrom, tempo, ".mp4");
         std::snprintf(mRecordFile, sizeof mRecordFile, "%s", name.c_str());
-        return ImGui::OpenPopup("record");
+        mAskedPopup = "record";
+        return;
     }
     case eCommand::Search:
         mIsSearchAsked = true;
@@ -443,7 +444,7 @@ void cPage::BeginOnLanes()
     const timeline::cKeyId key = place ? mPicker.Click(KeysOn(*place), at) : timeline::cKeyId{};
     if (IsNoKey(key)) {
         if (isRight) {
-            mIsMenuAsked = true;
+            mAskedPopup = "menu";
         } else if (place && (io.KeyCtrl || ImGui::IsMouseDoubleClicked(0))) {
             AddAtPointer();
         } else {
@@ -466,7 +467,7 @@ void cPage::BeginOnLanes()
         mStudio.Select({key});
     }
     if (isRight) {
-        mIsMenuAsked = true;
+        mAskedPopup = "menu";
         return;
     }
     if (mStudio.IsSelected(key))

@@ -558,10 +558,13 @@ void cStudio::Duplicate()
 
 void cStudio::Quantise(int grid)
 {
-    Apply(timeline::QuantiseKeys(Document(), SelectedIds(), grid));
+    EndDrag(timeline::QuantiseKeys(Document(), SelectedIds(), grid));
 }
 
-void cStudio::Nudge(int rows) { Apply(timeline::MoveKeys(Document(), SelectedIds(), rows)); }
+void cStudio::Nudge(int rows)
+{
+    EndDrag(timeline::MoveKeys(Document(), SelectedIds(), rows));
+}
 
 void cStudio::SetInterpolation(signed char type)
 {
@@ -663,13 +666,36 @@ bool cStudio::Drag(const timeline::cEdits &edits)
     return true;
 }
 
+// A key that comes to another section is another line then: it is found by its place.
+std::vector<std::pair<std::string, int>>
+cStudio::PlacesAfter(const timeline::cEdits &edits) const
+{
+    std::map<timeline::tLineId, int> rows; // that the keys of a line move by
+    for (const timeline::cKeyChange &change : edits.mChanges)
+        if (change.mRow)
+            rows[change.mKey.mLine] = *change.mRow - Document().FindKey(change.mKey)->mKey.row;
+    std::vector<std::pair<std::string, int>> places;
+    for (const timeline::cShowTrack &track : Document().Tracks())
+        for (const timeline::cShowKey &key : track.mKeys)
+            if (IsSelected(key.mId)) {
+                const auto moved = rows.find(key.mId.mLine);
+                const int by = moved == rows.end() ? 0 : moved->second;
+                places.emplace_back(track.mName, key.mKey.row + by);
+            }
+    return places;
+}
+
 bool cStudio::EndDrag(const timeline::cEdits &edits)
 {
     mIsDragging = false;
     mDragged.clear();
-    const bool isDone = Apply(edits);
-    ShowDocument();
-    return isDone;
+    const auto places = PlacesAfter(edits);
+    if (!Apply(edits)) {
+        ShowDocument();
+        return false;
+    }
+    SelectAt(places);
+    return true;
 }
 
 void cStudio::CancelDrag()

@@ -154,6 +154,7 @@ private:
     bool UpdatePicture();
     void MeasureFlashes();
     void SetProblems(const std::string &origin, tProblems problems);
+    std::vector<std::pair<std::string, int>> PlacesAfter(const timeline::cEdits &edits) const;
     void SelectAt(const std::vector<std::pair<std::string, int>> &places);
     timeline::cEdits WithPatterns(timeline::cEdits edits) const;
 
