@@ -87,6 +87,7 @@ void cPage::Draw(const std::vector<cEvent> &events)
                      ImGuiWindowFlags_NoScrollWithMouse);
     ImGui::PopStyleVar(2);
     mSections = timeline::SectionsOf(mStudio.Document().Timeline());
+    mProblems = mStudio.Problems();
     HandleKeys(events);
     DrawToolbar();
     DrawPreview();
@@ -259,7 +260,7 @@ void cPage::DrawProblems()
 {
     ImGui::Spacing();
     ImGui::PushFont(mGui.Bold());
-    const tProblems problems = mStudio.Problems();
+    const tProblems &problems = mProblems;
     if (problems.empty())
         ImGui::TextUnformatted("no problems");
     else

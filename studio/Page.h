@@ -76,7 +76,8 @@ private:
             PAN,
             LOOP_BEGIN,
             LOOP_END,
-            REGION
+            REGION,
+            SPLIT
         };
         eKind mKind = NOTHING;
         ImVec2 mStart;           ///< where it went down
@@ -90,6 +91,8 @@ private:
         double mStartScroll = 0.0;
         cStudio::tSelection mBefore; ///< what was selected
         timeline::cEdits mEdits;     ///< what letting go will do
+        int mRows = 0, mGeneration = 0; ///< that they were made of, with the value
+        double mValue = 0.0;
         std::string mWhat;           ///< shown beside the pointer
     };
 
@@ -158,7 +161,7 @@ private:
     void FollowPlayhead();
     const cPlace *PlaceAt(ImVec2 point) const;
     void PrepareSnapping();
-    int SnapRow(double x, bool withKeys);
+    int SnapRow(double x);
     int GridRows() const;
     float S(double pixels) const { return float(pixels * mScale); }
     ImVec2 Pointer() const { return ImGui::GetIO().MousePos; }
@@ -176,9 +179,11 @@ private:
     int mGrid = 1; ///< 0 rows, 1 beats, 2 bars
     float mSplit = 0.46f; ///< of the height, for the picture
     double mScroll = 0.0; ///< of the lanes, pixels
+    double mShownRow = 0.0; ///< of the playhead, in the frame before
     char mSearch[128] = "";
     bool mIsSearchAsked = false;
     std::vector<timeline::cSectionSpan> mSections;
+    tProblems mProblems; ///< of this frame
     std::vector<cPlace> mPlaces; ///< lanes on the page
     cArea mToolbar, mPicture, mSide, mTimeline, mRuler, mMusicStrip, mWordStrip, mLaneArea, mStatus;
     bool mIsOverTimeline = false;

@@ -246,15 +246,19 @@ void cPage::StepToSection(int direction)
 void cPage::FollowPlayhead()
 {
     const cTransport &transport = mStudio.Transport();
-    const bool isHeld = mHand.mKind != cHand::NOTHING && mHand.mKind != cHand::SCRUB;
-    if (mFollow == eFollow::Off || isHeld)
-        return;
     const double row = transport.Row();
+    const bool hasJumped = row != mShownRow && !transport.IsPlaying();
+    mShownRow = row;
+    if (mFollow == eFollow::Off || mHand.mKind != cHand::NOTHING)
+        return;
     const double x = mView.X(row);
+    const bool isAway = x < mView.Left() || x > mView.Right();
     if (mFollow == eFollow::Smooth && transport.IsPlaying())
-        return mView.Pan(x - (mView.Left() + mView.Right()) / 2.0);
-    if (transport.IsPlaying() && (x < mView.Left() || x > mView.Right()))
+        mView.Pan(x - (mView.Left() + mView.Right()) / 2.0);
+    else if (isAway && transport.IsPlaying())
         mView.Pan(x - mView.Left() - 0.1 * (mView.Right() - mView.Left()));
+    else if (isAway && hasJumped)
+        mView.Reveal(row);
 }
 
 // Pointer ----------------------------------------------------------------------------------------
@@ -292,7 +296,7 @@ void cPage::PrepareSnapping()
     mSnapper.SetKeys(std::move(keys));
 }
 
-int cPage::SnapRow(double x, bool)
+int cPage::SnapRow(double x)
 {
     const cSnapped snapped = mSnapper.Snap(mView, x, ImGui::GetIO().KeyCtrl);
     mSnappedRow.reset();
@@ -396,6 +400,10 @@ void cPage::BeginGesture()
     mHand.mBefore = mStudio.Selection();
     if (ImGui::IsMouseClicked(2)) {
         mHand.mKind = cHand::PAN;
+        return;
+    }
+    if (std::abs(Pointer().y - mTimeline.mMin.y) < S(edgePixels)) {
+        mHand.mKind = cHand::SPLIT;
         return;
     }
     PrepareSnapping();
@@ -510,10 +518,15 @@ void cPage::UpdateGesture()
         return;
     case cHand::SCRUB: {
         AutoScroll();
-        // The playhead itself may stand anywhere: only with Ctrl, or near a beat, it snaps.
-        const double row = ImGui::GetIO().KeyCtrl ? mView.Row(double(Pointer().x))
-                                                  : double(SnapRow(double(Pointer().x), false));
-        return mStudio.Transport().ScrubTo(row);
+        // Without snapping the playhead stands anywhere, between rows too.
+        const double x = double(Pointer().x);
+        const bool isSnapping = mIsSnapping != ImGui::GetIO().KeyCtrl;
+        return mStudio.Transport().ScrubTo(isSnapping ? double(SnapRow(x)) : mView.Row(x));
+    }
+    case cHand::SPLIT: {
+        const float room = mStatus.mMin.y - mToolbar.mMax.y;
+        mSplit = std::clamp((Pointer().y - mToolbar.mMax.y) / std::max(room, 1.0f), 0.1f, 0.8f);
+        return;
     }
     case cHand::BOX:
         AutoScroll();
@@ -563,12 +576,20 @@ void cPage::UpdateMove()
         x = 0.0;
     int rows = 0;
     if (x != 0.0)
-        rows = SnapRow(mView.X(mHand.mKeyRow) + x, true) - mHand.mKeyRow;
+        rows = SnapRow(mView.X(mHand.mKeyRow) + x) - mHand.mKeyRow;
     cLane *lane = mStudio.Lanes().Find(mHand.mTrack);
     const double value =
         lane && y != 0.0
             ? DraggedValue(*lane, double(mHand.mKeyValue), y, mHand.mPerPixel, io.KeyCtrl)
             : double(mHand.mKeyValue);
+    // Nothing is worked out anew while hand and text stand still.
+    const bool isSame = !mHand.mEdits.IsEmpty() && rows == mHand.mRows && value == mHand.mValue &&
+                        mStudio.Generation() == mHand.mGeneration;
+    mHand.mRows = rows;
+    mHand.mValue = value;
+    mHand.mGeneration = mStudio.Generation();
+    if (isSame)
+        return;
     const timeline::cEdits edits =
         MoveEdits(mStudio.Document(), mStudio.SelectedIds(), rows,
                   float(value) == mHand.mKeyValue ? 0.0 : value - double(mHand.mKeyValue));
@@ -585,7 +606,7 @@ void cPage::UpdateStretch()
 {
     if (!mHand.mHasMoved)
         return;
-    const int row = SnapRow(double(Pointer().x), true);
+    const int row = SnapRow(double(Pointer().x));
     const double factor = double(row - mHand.mPivot) / double(mHand.mEdge - mHand.mPivot);
     if (factor <= 0.0)
         return;
@@ -634,7 +655,7 @@ void cPage::UpdateRegion()
 {
     cTransport &transport = mStudio.Transport();
     const int last = int(transport.LastRow());
-    const int row = std::clamp(SnapRow(double(Pointer().x), false), 0, last);
+    const int row = std::clamp(SnapRow(double(Pointer().x)), 0, last);
     int from = int(std::lround(mHand.mStartRow)), to = row;
     if (mHand.mKind == cHand::LOOP_BEGIN) {
         from = row;

@@ -341,7 +341,8 @@ void cPage::DrawLaneHead(ImDrawList &list, const cPlace &place)
 {
     cLane &lane = *place.mLane;
     const size_t index = size_t(&lane - mStudio.Lanes().All().data());
-    const ImU32 color = lane.mProblem.empty() ? laneColors[index % std::size(laneColors)] : red;
+    const bool isGood = std::ranges::find(mProblems, lane.mTrack, &cProblem::mTrack) == mProblems.end();
+    const ImU32 color = isGood ? laneColors[index % std::size(laneColors)] : red;
     const float top = place.mArea.mMin.y;
     ImGui::PushFont(mGui.Bold());
     AddClipped(list, {S(10), top + S(4)}, mLaneArea.mMin.x - S(52), color, lane.mTrack);
@@ -356,8 +357,11 @@ void cPage::DrawLaneHead(ImDrawList &list, const cPlace &place)
         list.AddText({mLaneArea.mMin.x - lowWidth - S(5), place.mArea.mMax.y - S(14)}, faint, text);
     }
     const double row = mStudio.Transport().Row();
-    const std::string now = lane.mCurve.Keys().empty() ? "no keys: 0"
-                                                       : NameOf(lane, lane.mCurve.Value(row));
+    const float value = lane.mCurve.Value(row);
+    std::snprintf(text, sizeof text, "%.4g", double(value));
+    const std::string name = NameOf(lane, value);
+    const bool isNamed = name != vyr::FormatValue(value);
+    const std::string now = lane.mCurve.Keys().empty() ? "no keys: 0" : isNamed ? name : text;
     AddClipped(list, {S(10), top + S(21)}, mLaneArea.mMin.x - S(52), ink, now);
     if (top + S(38) < mLaneArea.mMin.y || top + S(56) > mLaneArea.mMax.y)
         return;
@@ -391,9 +395,17 @@ void cPage::DrawLaneBody(ImDrawList &list, const cPlace &place)
         DrawCurve(list, place, color);
     DrawKeys(list, place, color);
     list.PopClipRect();
-    if (!lane.mProblem.empty())
-        list.AddText({place.mArea.mMin.x + S(6), place.mArea.mMin.y + S(4)}, red,
-                     lane.mProblem.c_str());
+    const auto problem = std::ranges::find(mProblems, lane.mTrack, &cProblem::mTrack);
+    if (problem == mProblems.end())
+        return;
+    cProblem named = *problem;
+    named.mFile = std::filesystem::path(named.mFile).filename().string();
+    const std::string text = named.ToLine();
+    const ImVec2 at(place.mArea.mMin.x + S(6), place.mArea.mMin.y + S(3)),
+        size = ImGui::CalcTextSize(text.c_str());
+    list.AddRectFilled({at.x - S(3), at.y - S(1)}, {at.x + size.x + S(3), at.y + size.y + S(1)},
+                       IM_COL32(255, 240, 235, 235));
+    list.AddText(at, red, text.c_str());
 }
 
 // What is picked, as long as it is: a small picture of it, and its name.

@@ -214,6 +214,7 @@ public:
             return Frame({step.mEvent}, kFrame);
         case cStep::TO_LANE:
         case cStep::TO_RULER:
+        case cStep::SEEK:
             return MoveTo(step);
         case cStep::WAIT:
             for (int i = 0; i < step.mCount; i++)
@@ -265,6 +266,10 @@ private:
         std::string expected;
         if (!vyr::ParsePosition(step.mTime, tempo, row, expected))
             throw std::runtime_error(step.mTime + ": expected " + expected);
+        if (step.mKind == cStep::SEEK) {
+            mProgram.Studio().Transport().Seek(row);
+            return Frame({}, 0.0);
+        }
         std::optional<double> value;
         if (!step.mValue.empty())
             value = std::strtod(step.mValue.c_str(), nullptr);

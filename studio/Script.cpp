@@ -54,8 +54,8 @@ public:
             return ReadText(Rest(words));
         if (verb == "move")
             return ReadMove(words);
-        if (verb == "lane" || verb == "ruler")
-            return ReadPlace(words, verb == "lane");
+        if (verb == "lane" || verb == "ruler" || verb == "seek")
+            return ReadPlace(words, verb);
         if (verb == "press" || verb == "release" || verb == "click" || verb == "double")
             return ReadButton(words, verb);
         if (verb == "wheel")
@@ -135,15 +135,18 @@ private:
         return "";
     }
 
-    std::string ReadPlace(std::istringstream &words, bool isLane)
+    std::string ReadPlace(std::istringstream &words, const std::string &verb)
     {
+        const bool isLane = verb == "lane";
         std::string track, time, value;
         if (isLane)
             words >> track;
         words >> time >> value;
         if (time.empty())
-            return isLane ? "expected lane TRACK TIME [VALUE]" : "expected ruler TIME";
-        cStep &step = Add(isLane ? cStep::TO_LANE : cStep::TO_RULER);
+            return "expected " + verb + (isLane ? " TRACK TIME [VALUE]" : " TIME");
+        cStep &step = Add(isLane            ? cStep::TO_LANE
+                          : verb == "ruler" ? cStep::TO_RULER
+                                            : cStep::SEEK);
         step.mText = track;
         step.mTime = time;
         step.mValue = value;

@@ -15,6 +15,7 @@ struct cStep
         EVENT,      ///< mEvent, in a frame of its own
         TO_LANE,    ///< the pointer goes to mText's lane at time mTime, at mValue or at the curve
         TO_RULER,   ///< the pointer goes to mTime on the ruler
+        SEEK,       ///< the playhead goes to mTime
         WAIT,       ///< mCount frames
         SETTLE,     ///< until nothing goes on in the background
         RUN,        ///< the shell's command mText, to its end
@@ -36,6 +37,7 @@ struct cStep
 ///     move X Y                the pointer, in pixels of the window
 ///     lane TRACK TIME [VALUE] the pointer to a key, or to a value of a lane
 ///     ruler TIME
+///     seek TIME               the playhead
 ///     press / release [left|right|middle], click [left|right], double
 ///     wheel STEPS
 ///     wait FRAMES, settle, run COMMAND, screenshot FILE, print WHAT

@@ -4,6 +4,7 @@
 #include "tools/support/Files.h"
 #include "tools/support/TrackFolder.h"
 #include "tools/timeline/Compiler.h"
+#include "tools/timeline/KeyLine.h"
 #include "tools/tracks/Captions.h"
 #include "tools/tracks/Dumper.h"
 
@@ -11,6 +12,7 @@
 #include <chrono>
 #include <cmath>
 #include <cstdio>
+#include <sstream>
 
 namespace fs = std::filesystem;
 
@@ -174,7 +176,15 @@ void cStudio::TakeFile(const std::string &name)
         TakeShow();
     else
         SetProblems(name, isShader ? FromShaderLog(source.string(), error)
-                                   : tProblems{{source.string(), 0, 0, error, ""}});
+                                   : tProblems{{source.string(), 0, 0, error, TrackThatPicks(name)}});
+}
+
+std::string cStudio::TrackThatPicks(const std::string &file) const
+{
+    for (const auto &choice : Show().mChoices)
+        if (std::ranges::find(choice.mFiles, file) != choice.mFiles.end())
+            return choice.mTrack;
+    return "";
 }
 
 void cStudio::TakeShow()
@@ -191,6 +201,22 @@ void cStudio::TakeShow()
     Say("the show has been exchanged");
 }
 
+// The track in whose lines line `line` of the timeline's file stands; empty: in none.
+std::string cStudio::TrackAbove(int line) const
+{
+    std::istringstream lines(BytesOf(mFile.Path()));
+    std::string track;
+    int number = 0;
+    for (std::string text; number < line && std::getline(lines, text); number++) {
+        const std::string_view word = timeline::WordOf(text, 0);
+        if (word == "track")
+            track = timeline::WordOf(text, 1);
+        else if (word == "section" || word == "repeat")
+            track.clear();
+    }
+    return track;
+}
+
 void cStudio::TakeTimeline()
 {
     if (!mFile.Path().empty())
@@ -198,10 +224,10 @@ void cStudio::TakeTimeline()
     tProblems problems;
     for (const timeline::cTextFault &fault : mFile.Faults())
         problems.push_back(
-            {mFile.Path().string(), fault.mPlace.mLine, fault.mPlace.mColumn, fault.mWhat, ""});
+            {mFile.Path().string(), fault.mPlace.mLine, fault.mPlace.mColumn, fault.mWhat,
+             TrackAbove(fault.mPlace.mLine)});
     SetProblems("timeline", problems);
-    if (!mIsDragging)
-        ShowDocument();
+    ShowDocument();
 }
 
 // What the document says now goes to the page, to the show, and into the show's folder.
@@ -685,10 +711,24 @@ cStudio::PlacesAfter(const timeline::cEdits &edits) const
     return places;
 }
 
+// Somebody may have changed the text while the hand dragged. Lines that they have left are still
+// there, under their own identity.
+bool cStudio::AreKeysThere(const timeline::cEdits &edits) const
+{
+    return std::ranges::all_of(edits.mChanges, [this](const timeline::cKeyChange &change) {
+        return Document().FindKey(change.mKey) != nullptr;
+    });
+}
+
 bool cStudio::EndDrag(const timeline::cEdits &edits)
 {
     mIsDragging = false;
     mDragged.clear();
+    if (!AreKeysThere(edits)) {
+        Say("not done: the line has been changed in the file meanwhile");
+        ShowDocument();
+        return false;
+    }
     const auto places = PlacesAfter(edits);
     if (!Apply(edits)) {
         ShowDocument();

@@ -59,6 +59,8 @@ public:
     cPreview &Preview() { return mPreview; }
     cLanes &Lanes() { return mLanes; }
     const timeline::cDocument &Document() const { return mFile.Document(); }
+    /// Counts the changes of the document, by whomever.
+    int Generation() const { return mFile.Generation(); }
     const std::filesystem::path &TimelinePath() const { return mFile.Path(); }
     const vyr::cShowDescription &Show() const { return mPreview.Description(); }
     const tools::cMusicMeasure *Music() const { return mMusic ? &*mMusic : nullptr; }
@@ -146,6 +148,8 @@ private:
     void TakeChange(const std::filesystem::path &file);
     void TakeFile(const std::string &name);
     void TakeShow();
+    std::string TrackThatPicks(const std::string &file) const;
+    std::string TrackAbove(int line) const;
     void TakeTimeline();
     void ShowDocument();
     void WriteTracks();
@@ -154,6 +158,7 @@ private:
     bool UpdatePicture();
     void MeasureFlashes();
     void SetProblems(const std::string &origin, tProblems problems);
+    bool AreKeysThere(const timeline::cEdits &edits) const;
     std::vector<std::pair<std::string, int>> PlacesAfter(const timeline::cEdits &edits) const;
     void SelectAt(const std::vector<std::pair<std::string, int>> &places);
     timeline::cEdits WithPatterns(timeline::cEdits edits) const;

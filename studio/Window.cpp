@@ -130,6 +130,7 @@ cWindow::cWindow(int width, int height)
     glfwWindowHint(GLFW_CONTEXT_VERSION_MAJOR, 3);
     glfwWindowHint(GLFW_CONTEXT_VERSION_MINOR, 2);
     glfwWindowHint(GLFW_OPENGL_PROFILE, GLFW_OPENGL_CORE_PROFILE);
+    glfwWindowHint(GLFW_VISIBLE, GLFW_FALSE); // until there is something to see in it
     mPage = Create(width, height, nullptr);
     glfwDefaultWindowHints();
     glfwWindowHint(GLFW_VISIBLE, GLFW_FALSE);
@@ -177,7 +178,11 @@ void cWindow::SetTitle(const std::string &title)
     glfwSetWindowTitle(mPage, title.c_str());
 }
 
-void cWindow::Present() { glfwSwapBuffers(mPage); }
+void cWindow::Present()
+{
+    glfwShowWindow(mPage);
+    glfwSwapBuffers(mPage);
+}
 
 vyr::platform::Size cWindow::Size() const
 {
