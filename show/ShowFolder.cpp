@@ -91,6 +91,18 @@ cShowDescription DescribeChecked(const cShow &show)
     });
 }
 
+// The loader takes a library for one that it has when only the names agree, whatever has been built
+// there since. While a show is open and the next one of its folder is being opened, they have to
+// differ.
+std::string NextNameOf(const fs::path &library)
+{
+    static unsigned int opened = 0;
+    std::string name = library.parent_path().string();
+    for (unsigned int i = opened++ % 8; i > 0; i--)
+        name += "/.";
+    return name + "/" + library.filename().string();
+}
+
 std::string ToText(double row)
 {
     char text[32];
@@ -143,7 +155,7 @@ cShowFolder::cShowFolder(const fs::path &folder)
     Explained(mLibraryPath, [&] {
         if (const std::string fault = FindLibraryFault(folder); !fault.empty())
             throw cShowError(fault);
-        const std::string path = fs::canonical(folder / kShowLibrary).string();
+        const std::string path = NextNameOf(fs::canonical(folder / kShowLibrary));
         mLibrary.reset(dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL));
         if (!mLibrary)
             throw cShowError(TakeLoaderError(path));

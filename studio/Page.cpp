@@ -342,8 +342,12 @@ void cPage::DrawTypePopup()
     ImGui::TextUnformatted("value, or a name of the timeline");
     ImGui::InputText("##value", mTypedValue, sizeof mTypedValue, ImGuiInputTextFlags_AutoSelectAll);
     ImGui::Combo("##type", &mTypedType, timeline::kInterpolations, 4);
-    const bool isDone = ImGui::Button("Change") || ImGui::IsKeyPressed(ImGui::GetKeyIndex(ImGuiKey_Enter)) ||
-                        ImGui::IsKeyPressed(ImGui::GetKeyIndex(ImGuiKey_KeyPadEnter));
+    // The key that has opened it is no answer yet.
+    const auto isPressed = [](ImGuiKey pressed) {
+        return !ImGui::IsWindowAppearing() && ImGui::IsKeyPressed(ImGui::GetKeyIndex(pressed), false);
+    };
+    const bool isDone = ImGui::Button("Change") || isPressed(ImGuiKey_Enter) ||
+                        isPressed(ImGuiKey_KeyPadEnter);
     ImGui::SameLine();
     if (ImGui::Button("Leave it"))
         ImGui::CloseCurrentPopup();

@@ -90,6 +90,7 @@ private:
         int mPivot = 0, mEdge = 0; ///< of a stretch: the row that stays, and the one that is held
         double mStartScroll = 0.0;
         cStudio::tSelection mBefore; ///< what was selected
+        timeline::tKeyIds mKeys;     ///< that it drags
         timeline::cEdits mEdits;     ///< what letting go will do
         int mRows = 0, mGeneration = 0; ///< that they were made of, with the value
         double mValue = 0.0;
@@ -146,6 +147,7 @@ private:
     void BeginOnLanes();
     void BeginMove(const cPlace &place, timeline::cKeyId key);
     void UpdateGesture();
+    bool AreKeysThere(const timeline::tKeyIds &keys) const;
     void UpdateMove();
     void UpdateStretch();
     void UpdateBox();

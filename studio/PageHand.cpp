@@ -429,6 +429,7 @@ void cPage::BeginOnRuler()
         mHand.mKind = cHand::STRETCH;
         mHand.mEdge = isNear(last) ? last : first;
         mHand.mPivot = isNear(last) ? first : last;
+        mHand.mKeys = mStudio.SelectedIds();
         mStudio.BeginDrag();
     } else if (ImGui::GetIO().KeyShift) {
         mHand.mKind = cHand::REGION;
@@ -489,6 +490,7 @@ void cPage::BeginMove(const cPlace &place, timeline::cKeyId id)
         return;
     PrepareSnapping(); // without what is selected now
     mHand.mKind = cHand::MOVE;
+    mHand.mKeys = mStudio.SelectedIds();
     mHand.mTrack = place.mLane->mTrack;
     mHand.mKeyRow = key->mKey.row;
     mHand.mKeyValue = key->mKey.value;
@@ -501,6 +503,13 @@ void cPage::BeginMove(const cPlace &place, timeline::cKeyId id)
         if (copies.size() > 1)
             mCopies.insert(copies.begin(), copies.end());
     }
+}
+
+bool cPage::AreKeysThere(const timeline::tKeyIds &keys) const
+{
+    return std::ranges::all_of(keys, [this](const timeline::cKeyId &key) {
+        return mStudio.Document().FindKey(key) != nullptr;
+    });
 }
 
 void cPage::UpdateGesture()
@@ -590,8 +599,10 @@ void cPage::UpdateMove()
     mHand.mGeneration = mStudio.Generation();
     if (isSame)
         return;
+    if (!AreKeysThere(mHand.mKeys))
+        return; // somebody has changed them: letting go will say so
     const timeline::cEdits edits =
-        MoveEdits(mStudio.Document(), mStudio.SelectedIds(), rows,
+        MoveEdits(mStudio.Document(), mHand.mKeys, rows,
                   float(value) == mHand.mKeyValue ? 0.0 : value - double(mHand.mKeyValue));
     if (!mStudio.Drag(edits))
         return;
@@ -610,8 +621,10 @@ void cPage::UpdateStretch()
     const double factor = double(row - mHand.mPivot) / double(mHand.mEdge - mHand.mPivot);
     if (factor <= 0.0)
         return;
+    if (!AreKeysThere(mHand.mKeys))
+        return;
     const timeline::cEdits edits =
-        timeline::StretchKeys(mStudio.Document(), mStudio.SelectedIds(), mHand.mPivot, factor);
+        timeline::StretchKeys(mStudio.Document(), mHand.mKeys, mHand.mPivot, factor);
     if (!mStudio.Drag(edits))
         return;
     mHand.mEdits = edits;

@@ -127,10 +127,11 @@ std::unique_ptr<cPlayback> OpenPlayback(const cOptions &options)
 class cProgram
 {
 public:
-    cProgram(const cOptions &options, std::unique_ptr<cPlayback> playback)
+    /// The sound comes last: what can't be opened is said before.
+    cProgram(const cOptions &options, const cStudio::tOpenPlayback &openPlayback)
         : mFolder(fs::current_path()), mOpen(ToOpen(options)),
           mWindow(options.mWindow.mWidth, options.mWindow.mHeight), mGui(mWindow, options.mScale),
-          mStudio(mWindow, mOpen, std::move(playback)), mPage(mStudio, mGui, options.mScale, mFolder)
+          mStudio(mWindow, mOpen, openPlayback), mPage(mStudio, mGui, options.mScale, mFolder)
     {}
 
     cStudio &Studio() { return mStudio; }
@@ -172,7 +173,7 @@ private:
 // Draws while something moves, and for a few frames after; waits for the next event otherwise.
 eStatus Run(const cOptions &options)
 {
-    cProgram program(options, OpenPlayback(options));
+    cProgram program(options, [&options] { return OpenPlayback(options); });
     cEventQueue queue;
     const int restFrames = 4; // in which what a hand has done comes to rest on the page
     int toDraw = restFrames;
@@ -338,10 +339,13 @@ eStatus RunScript(const cOptions &options)
     std::vector<cStep> steps;
     if (!ReadScript(text, steps, error))
         throw std::runtime_error(options.mScript + ": " + error);
-    auto playback = std::make_unique<cSteppedPlayback>();
-    cSteppedPlayback &stepped = *playback;
-    cProgram program(options, std::move(playback));
-    cScriptRun run(program, stepped);
+    cSteppedPlayback *stepped = nullptr;
+    cProgram program(options, [&stepped] {
+        auto playback = std::make_unique<cSteppedPlayback>();
+        stepped = playback.get();
+        return playback;
+    });
+    cScriptRun run(program, *stepped);
     for (const cStep &step : steps) {
         try {
             run.Do(step);

@@ -76,12 +76,12 @@ std::string ToText(double row)
 }
 } // namespace
 
-cStudio::cStudio(cWindow &window, const cOpen &open, std::unique_ptr<cPlayback> playback)
+cStudio::cStudio(cWindow &window, const cOpen &open, const tOpenPlayback &openPlayback)
     : mOpen(open), mSources(tools::ReadSources(open.mShow)),
       mPreview(window, open.mShow, open.mSize),
       mFile(open.mTimeline.empty() ? mSources.mTimeline : open.mTimeline,
             DumpTracks(open.mShow, mPreview.Description())),
-      mTransport(std::move(playback), vyr::TempoOf(mPreview.Description()),
+      mTransport(openPlayback(), vyr::TempoOf(mPreview.Description()),
                  mPreview.Description().mLastRow)
 {
     std::string error;

@@ -14,6 +14,7 @@
 #include "tools/timeline/Operations.h"
 
 #include <filesystem>
+#include <functional>
 #include <future>
 #include <map>
 #include <memory>
@@ -37,8 +38,10 @@ struct cOpen
 class cStudio
 {
 public:
-    /// Opens the show. Throws std::runtime_error with one line where there is none.
-    cStudio(cWindow &window, const cOpen &open, std::unique_ptr<cPlayback> playback);
+    /// Opens the show, and then its sound. Throws std::runtime_error with one line where there is
+    /// no show.
+    using tOpenPlayback = std::function<std::unique_ptr<cPlayback>()>;
+    cStudio(cWindow &window, const cOpen &open, const tOpenPlayback &openPlayback);
     ~cStudio();
     cStudio(const cStudio &) = delete;
     cStudio &operator=(const cStudio &) = delete;

@@ -97,7 +97,7 @@ void cWatcher::Watch(const std::vector<fs::path> &files)
 
 void cWatcher::Note(const fs::path &file)
 {
-    const auto found = mFiles.find(Absolute(file));
+    const auto found = file.empty() ? mFiles.end() : mFiles.find(Absolute(file));
     if (found == mFiles.end())
         return;
     found->second.mContent = HashOfFile(file);

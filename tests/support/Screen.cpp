@@ -85,7 +85,7 @@ int cScreen::Width() const { return AttributesOf(mDisplay, mWindow).width; }
 
 int cScreen::Height() const { return AttributesOf(mDisplay, mWindow).height; }
 
-void cScreen::SendKey(int type) const
+void cScreen::SendKey(int type, unsigned long key, unsigned int state) const
 {
     Display *display = AsDisplay(mDisplay);
     XEvent event = {};
@@ -95,14 +95,48 @@ void cScreen::SendKey(int type) const
     event.xkey.root = DefaultRootWindow(display);
     event.xkey.time = CurrentTime;
     event.xkey.same_screen = True;
-    event.xkey.keycode = XKeysymToKeycode(display, XK_Escape);
+    event.xkey.keycode = XKeysymToKeycode(display, key);
+    event.xkey.state = state;
     XSendEvent(display, mWindow, False, KeyPressMask | KeyReleaseMask, &event);
     XSync(display, False);
 }
 
-void cScreen::PressEscape() const { SendKey(KeyPress); }
+void cScreen::PressEscape() const { SendKey(KeyPress, XK_Escape, 0); }
 
-void cScreen::ReleaseEscape() const { SendKey(KeyRelease); }
+void cScreen::ReleaseEscape() const { SendKey(KeyRelease, XK_Escape, 0); }
+
+void cScreen::Tap(const char *key, bool isCtrlHeld) const
+{
+    const unsigned int state = isCtrlHeld ? ControlMask : 0;
+    SendKey(KeyPress, XStringToKeysym(key), state);
+    SendKey(KeyRelease, XStringToKeysym(key), state);
+}
+
+void cScreen::MovePointer(int x, int y) const
+{
+    Display *display = AsDisplay(mDisplay);
+    XWarpPointer(display, None, mWindow, 0, 0, 0, 0, x, y);
+    XSync(display, False);
+}
+
+void cScreen::SendButton(int type) const
+{
+    Display *display = AsDisplay(mDisplay);
+    XEvent event = {};
+    event.xbutton.type = type;
+    event.xbutton.display = display;
+    event.xbutton.window = mWindow;
+    event.xbutton.root = DefaultRootWindow(display);
+    event.xbutton.time = CurrentTime;
+    event.xbutton.same_screen = True;
+    event.xbutton.button = Button1;
+    XSendEvent(display, mWindow, False, ButtonPressMask | ButtonReleaseMask, &event);
+    XSync(display, False);
+}
+
+void cScreen::PressButton() const { SendButton(ButtonPress); }
+
+void cScreen::ReleaseButton() const { SendButton(ButtonRelease); }
 
 // What a window manager says to a window.
 void cScreen::SendProtocol(const char *name) const

@@ -26,6 +26,11 @@ public:
     int Height() const;
     void PressEscape() const;
     void ReleaseEscape() const;
+    /// A key by its name ("z", "space", "Right"), down and up again, with Ctrl held or not.
+    void Tap(const char *key, bool isCtrlHeld = false) const;
+    void MovePointer(int x, int y) const; ///< to a pixel of the window
+    void PressButton() const;             ///< the left one, where the pointer is
+    void ReleaseButton() const;
     void RequestClose() const;
     /// Asks the window's program for a sign of life, as a window manager does. True when it
     /// answers: then it has seen all that was sent to it before. False when the window is gone.
@@ -44,7 +49,8 @@ public:
     void SendToDesktop(int number) const;
 
 private:
-    void SendKey(int type) const;
+    void SendKey(int type, unsigned long key, unsigned int state) const;
+    void SendButton(int type) const;
     void SendProtocol(const char *name) const;
     void AskWindowManager(const char *what, long first, long second) const;
 
