@@ -36,17 +36,28 @@ tWords operator+(tWords words, const tWords &more)
     return words;
 }
 
-void cRecordTest::SetUpTestSuite()
+namespace
 {
-    folder = new test::cTemporaryFolder;
-    golden::WriteContent("show");
-    golden::WriteTracks("show", golden::Sections());
-    golden::WriteMusic("show", 12.0);
+struct cShow
+{
+    test::cTemporaryFolder mFolder;
+
+    cShow()
+    {
+        golden::WriteContent("show");
+        golden::WriteTracks("show", golden::Sections());
+        golden::WriteMusic("show", 12.0);
+    }
+};
+} // namespace
+
+const fs::path &cRecordTest::Folder()
+{
+    static const cShow show; // to the end of the program
+    return show.mFolder.Path();
 }
 
-void cRecordTest::TearDownTestSuite() { delete folder; }
-
-const fs::path &cRecordTest::Folder() { return folder->Path(); }
+void cRecordTest::SetUpTestSuite() { Folder(); }
 
 bool cRecordTest::Exists(const std::string &name) { return fs::exists(Folder() / name); }
 

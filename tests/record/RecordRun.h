@@ -25,7 +25,6 @@ class cRecordTest : public testing::Test
 {
 protected:
     static void SetUpTestSuite();
-    static void TearDownTestSuite();
 
     /// Runs vyr-record on the show with `words`, in the folder.
     static test::cProcessResult Record(const tWords &words, const tWords &environment = {});
@@ -34,9 +33,6 @@ protected:
     static bool Exists(const std::string &name);
     /// Names of everything in the folder, hidden files too.
     static tWords Files();
-
-private:
-    static inline test::cTemporaryFolder *folder = nullptr;
 };
 
 /// The lines of a manifest that are not remarks.
