@@ -38,11 +38,11 @@ tWords operator+(tWords words, const tWords &more)
 
 namespace
 {
-struct cShow
+struct cSharedFolder
 {
     test::cTemporaryFolder mFolder;
 
-    cShow()
+    cSharedFolder()
     {
         golden::WriteContent("show");
         golden::WriteTracks("show", golden::Sections());
@@ -53,8 +53,8 @@ struct cShow
 
 const fs::path &cRecordTest::Folder()
 {
-    static const cShow show; // to the end of the program
-    return show.mFolder.Path();
+    static const cSharedFolder folder; // to the end of the program
+    return folder.mFolder.Path();
 }
 
 void cRecordTest::SetUpTestSuite() { Folder(); }
