@@ -32,7 +32,7 @@ public:
     /// Of all textures, at four bytes a pixel.
     long GetTextureBytes() const;
 
-    const demo::cShow &GetShow() const { return mShow; }
+    const demo::cLoadedShow &GetShow() const { return mShow; }
 
 private:
     struct cConstant
@@ -42,7 +42,7 @@ private:
     };
 
     sync_device *mDevice = nullptr;
-    demo::cShow mLoaded, mShow;
+    demo::cLoadedShow mLoaded, mShow;
     std::deque<cConstant> mConstants; // a deque's elements stay where they are
 };
 

@@ -55,7 +55,7 @@ void StartShow(vyr::cRenderer &renderer)
     TexturesHolder::CreateSingleton();
     renderer.InitPostProcessing();
     sync_device *device = sync_create_device(demo::kTrackPrefix);
-    demo::cShow show;
+    demo::cLoadedShow show;
     show.mTracks = demo::LoadTracks(device);
     show.mAssets = demo::LoadAssets();
     glEnable(GL_BLEND);

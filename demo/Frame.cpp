@@ -21,7 +21,7 @@ using vyr::cVector3;
 /// What every layer draws from.
 struct cFrame
 {
-    const cShow &mShow;
+    const cLoadedShow &mShow;
     const cAssets &mAssets;
     vyr::cRenderer &mRenderer;
     double mRow;
@@ -212,7 +212,7 @@ void DrawVignette(const cFrame &frame)
 void DrawBlackFade(const cFrame &frame) { FillScreen(frame, 0.0f, frame.Sample(FADE_FG_BLACK)); }
 } // namespace
 
-void DrawFrame(const cShow &show, double row, double seconds)
+void DrawFrame(const cLoadedShow &show, double row, double seconds)
 {
     auto &renderer = vyr::tSingleton<vyr::cRenderer>::GetSingleton();
     const cFrame frame{show, show.mAssets, renderer, row, seconds};

@@ -9,5 +9,5 @@ namespace demo
 /// `row` (rows of music, fractional) through the tracks, what wobbles on `seconds`, and the
 /// tunnel's depth on the frame drawn before (see Tunnel). Blending must be on. Layers share OpenGL
 /// state, and none restores what it changes.
-void DrawFrame(const cShow &show, double row, double seconds);
+void DrawFrame(const cLoadedShow &show, double row, double seconds);
 } // namespace demo

@@ -29,7 +29,8 @@ struct cAssets
     vyr::c3DObject::cRenderObject *mObject2 = nullptr;
 };
 
-struct cShow
+/// What a frame is drawn from.
+struct cLoadedShow
 {
     tTracks mTracks{};
     cAssets mAssets;

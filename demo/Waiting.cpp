@@ -47,7 +47,7 @@ public:
     }
 
 private:
-    demo::cShow mLoaded;
+    demo::cLoadedShow mLoaded;
 };
 } // namespace
 } // namespace demo

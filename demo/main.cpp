@@ -41,7 +41,7 @@ void ShowBlackFrame(vyr::cRenderer &renderer)
 
 // Until the music reaches the last row, or Escape. A frame is drawn only when the music has moved
 // on; when it stops moving, the last frame stays until Escape.
-void Play(vyr::cRenderer &renderer, const demo::cMusic &music, const demo::cShow &show)
+void Play(vyr::cRenderer &renderer, const demo::cMusic &music, const demo::cLoadedShow &show)
 {
     // One number in two roles: the last drawn row, and, while a frame is drawn, the timer's
     // seconds.
@@ -88,7 +88,7 @@ int main()
     sync_device *device = sync_create_device(demo::kTrackPrefix);
     if (!device)
         return failed;
-    demo::cShow show;
+    demo::cLoadedShow show;
     show.mTracks = demo::LoadTracks(device);
     show.mAssets = demo::LoadAssets();
 

@@ -147,7 +147,7 @@ protected:
     std::deque<sync_key> mKeys;
     std::deque<sync_track> mTracks;
     std::vector<std::unique_ptr<vyr::c3DObject::cRenderObject, cFreeObject>> mObjects;
-    cShow mShow;
+    cLoadedShow mShow;
 };
 
 const tPixel black = {0, 0, 0, 255};

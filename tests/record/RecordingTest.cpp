@@ -322,7 +322,7 @@ protected:
 
     test::cTemporaryFolder mFolder;
     sync_device *mDevice = nullptr;
-    demo::cShow mShow;
+    demo::cLoadedShow mShow;
 };
 
 // Frame after frame from the first one on, as the player draws, without any of the recorder's
