@@ -1,4 +1,3 @@
-#include "demo/Tables.h"
 #include "tests/check/GoodShow.h"
 #include "tests/support/LWO2Builder.h"
 #include "tests/support/TestFiles.h"
@@ -195,18 +194,18 @@ const std::vector<cCase> trackCases = {
     {"key after the end", CheckAllTracks, WithKeys("flare:x", {{3624, 1, hold}, {3625, 1, hold}}),
      "sync_flare:x.track: key 1 (row 3625): expected a row up to 3624, where the show ends"},
     {"photo past the table", CheckAllTracks,
-     WithKeys("image:right", {{0, float(demo::kPhotoCount), hold}}),
-     "sync_image:right.track: key 0 (row 0): expected " + Below(demo::kPhotoCount) + ", found "},
+     WithKeys("image:right", {{0, float(test::CountPhotos()), hold}}),
+     "sync_image:right.track: key 0 (row 0): expected " + Below(test::CountPhotos()) + ", found "},
     {"photo past the table on the way", CheckAllTracks,
      // What is just below the end is allowed, but the step to it from -8388608 rounds up to the
      // end.
      WithKeys("image:right", {{0, -8388608.0f, linear},
-                              {3000, std::nextafter(float(demo::kPhotoCount), 0.0f), hold}}),
-     "sync_image:right.track: key 0 (row 0): expected " + Below(demo::kPhotoCount) +
+                              {3000, std::nextafter(float(test::CountPhotos()), 0.0f), hold}}),
+     "sync_image:right.track: key 0 (row 0): expected " + Below(test::CountPhotos()) +
          " up to the next key, found "},
     {"lyric past the table", CheckAllTracks,
-     WithKeys("lyrics:num", {{0, demo::kLyricCount + 0.5f, hold}}),
-     "sync_lyrics:num.track: key 0 (row 0): expected " + Below(demo::kLyricCount) + ", found "},
+     WithKeys("lyrics:num", {{0, float(test::CountLyrics()) + 0.5f, hold}}),
+     "sync_lyrics:num.track: key 0 (row 0): expected " + Below(test::CountLyrics()) + ", found "},
     {"object 2", CheckAllTracks, WithKeys("object:num", {{0, 2, hold}}),
      "sync_object:num.track: key 0 (row 0): expected an index below 2 (or -1 for none), found "
      "2.0000"},

@@ -81,6 +81,9 @@ const vyr::cShowDescription &GetShow()
     return show;
 }
 
+int CountPhotos() { return demo::kPhotoCount; }
+int CountLyrics() { return demo::kLyricCount; }
+
 std::string TrackBytes(const std::vector<sync_key> &keys)
 {
     return timeline::TrackFileBytes({"", keys});

@@ -15,6 +15,9 @@ namespace test
 void MakeGoodShow();
 /// What it says of itself.
 const vyr::cShowDescription &GetShow();
+/// How many pictures its tracks pick from.
+int CountPhotos();
+int CountLyrics();
 
 /// Replaces a track file by one of these keys.
 void WriteTrack(const std::string &name, const std::vector<sync_key> &keys);

@@ -1,4 +1,3 @@
-#include "demo/Tables.h"
 #include "tests/check/GoodShow.h"
 #include "tests/support/Process.h"
 #include "tests/support/TestFiles.h"
@@ -75,7 +74,7 @@ TEST_F(CheckProgram, WarningsDoNotStopAShow)
     EXPECT_THAT(result.mOutput,
                 HasSubstr("warning: data/duck.png: image:left 0: is never shown\n"));
     EXPECT_THAT(result.mOutput,
-                HasSubstr("0 faults, " + std::to_string(demo::kPhotoCount) + " warnings\n"));
+                HasSubstr("0 faults, " + std::to_string(test::CountPhotos()) + " warnings\n"));
 }
 
 TEST_F(CheckProgram, MisuseIsToldApartFromFaults)
