@@ -10,6 +10,7 @@
 #include <cmath>
 #include <filesystem>
 #include <iostream>
+#include <set>
 
 namespace fs = std::filesystem;
 
@@ -18,11 +19,12 @@ namespace record
 namespace
 {
 const int maximumColumns = 64;
+const int64_t maximumFrame = int64_t(1) << 40; // more than any show has
 
 /// Options that need no show, as they were typed.
 struct cTyped
 {
-    std::optional<std::string> mSize, mRate, mPart, mColumns;
+    std::optional<std::string> mSize, mRate, mPart, mFrames, mColumns;
 };
 
 [[noreturn]] void Refuse(const std::string &option, const std::string &text,
@@ -110,6 +112,15 @@ void ReadPart(const std::string &text, cOptions &options)
     options.mParts = pair->second;
 }
 
+// The last one included, as they stand in a manifest.
+cFrameRange ReadFrames(const std::string &text)
+{
+    const auto pair = ParsePair(text, "-");
+    if (!pair || pair->first < 0 || pair->second < pair->first || pair->second > maximumFrame)
+        Refuse("--frames", text, "the first and the last frame, as in 1200-1499");
+    return {pair->first, pair->second + 1};
+}
+
 // From a beat to the whole show.
 double ReadEvery(const std::string &text, const vyr::cShowDescription &show)
 {
@@ -138,6 +149,8 @@ void ReadTyped(const cTyped &typed, cOptions &options)
         options.mRate = ReadRate(*typed.mRate);
     if (typed.mPart)
         ReadPart(*typed.mPart, options);
+    if (typed.mFrames)
+        options.mFrames = ReadFrames(*typed.mFrames);
     if (typed.mColumns)
         options.mColumns = ReadColumns(*typed.mColumns);
 }
@@ -158,14 +171,20 @@ void CheckRange(const cOptions &options, const vyr::cShowDescription &show)
         cFrameGrid(options.mRate, show.mRowsPerSecond).Between(options.mFrom, options.mTo);
     if (range.Count() == 0)
         throw cUsageError("--from and --to: no frame lies between them");
-    if (range.Part(options.mPart, options.mParts).Count() == 0)
+    const cFrameRange piece = FindPiece(options, range);
+    if (piece.mFirst < range.mFirst || piece.mEnd > range.mEnd)
+        throw cUsageError("--frames: the frames from --from to --to are " +
+                          std::to_string(range.mFirst) + "-" + std::to_string(range.mEnd - 1));
+    if (piece.Count() == 0)
         throw cUsageError("--part: so many pieces leave this one without a frame");
 }
 
 void CheckRecording(const cOptions &options)
 {
-    if (options.mOutput.empty() && options.mManifest.empty() && options.mFlashReport.empty())
-        throw cUsageError("nothing to do: name a file with -o, --manifest or --flash-report");
+    if (!options.mIsDescription && options.mOutput.empty() && options.mManifest.empty() &&
+        options.mFlashReport.empty() && options.mCosts.empty())
+        throw cUsageError(
+            "nothing to do: name a file with -o, --manifest, --flash-report or --costs");
     if (options.mOutput.empty())
         return;
     CheckName(options.mOutput, ".mp4", "a recording");
@@ -182,12 +201,11 @@ void CheckPicture(const cOptions &options)
 
 void CheckDistinct(const cOptions &options)
 {
-    const auto clash = [](const std::string &a, const std::string &b) {
-        return !a.empty() && a == b;
-    };
-    if (clash(options.mOutput, options.mManifest) || clash(options.mOutput, options.mFlashReport) ||
-        clash(options.mManifest, options.mFlashReport))
-        throw cUsageError("one file is named for two results");
+    std::set<std::string> names;
+    for (const std::string *name :
+         {&options.mOutput, &options.mManifest, &options.mFlashReport, &options.mCosts})
+        if (!name->empty() && !names.insert(*name).second)
+            throw cUsageError("one file is named for two results");
 }
 
 void MakeAbsolute(std::string &path)
@@ -205,7 +223,9 @@ void CheckFiles(cOptions &options, bool isPicture)
     MakeAbsolute(options.mOutput);
     MakeAbsolute(options.mManifest);
     MakeAbsolute(options.mFlashReport);
+    MakeAbsolute(options.mCosts);
     MakeAbsolute(options.mLyrics);
+    MakeAbsolute(options.mPictures);
     CheckDistinct(options);
 }
 
@@ -226,8 +246,16 @@ void Require(const CLI::App &app, const char *option, const char *needed)
 void CheckCombination(const CLI::App &app)
 {
     Exclude(app, "--still",
-            {"--sheet", "--from", "--to", "--part", "--manifest", "--flash-report", "--lyrics"});
-    Exclude(app, "--sheet", {"--part", "--manifest", "--flash-report", "--lyrics"});
+            {"--sheet", "--from", "--to", "--part", "--frames", "--manifest", "--flash-report",
+             "--lyrics", "--costs"});
+    Exclude(app, "--sheet",
+            {"--part", "--frames", "--manifest", "--flash-report", "--lyrics", "--costs"});
+    Exclude(app, "--part", {"--frames"});
+    Exclude(app, "--describe", {"--still", "--sheet", "--manifest", "--flash-report", "--costs"});
+    Exclude(app, "--pictures",
+            {"--still", "--sheet", "--part", "--frames", "--manifest", "--flash-report", "--costs",
+             "--describe"});
+    Require(app, "--pictures", "--output");
     Require(app, "--lyrics", "--output");
     Require(app, "--every", "--sheet");
     Require(app, "--columns", "--sheet");
@@ -248,13 +276,23 @@ void AddOptions(CLI::App &app, cCommandLine &line, cTyped &typed)
         ->type_name("ROW");
     app.add_option("--to", line.mTo, "end before ROW [the show's last]")->type_name("ROW");
     app.add_option("--part", typed.mPart, "only the K-th of N equal pieces")->type_name("K/N");
+    app.add_option("--frames", typed.mFrames, "only these frames, the last included, as a piece")
+        ->type_name("A-B");
     app.add_option("--manifest", options.mManifest, "write a line a frame: frame, row, hash")
         ->type_name("FILE");
     app.add_option("--flash-report", options.mFlashReport,
                    "write where the picture flashes too often; status 3 when it does")
         ->type_name("FILE");
+    app.add_option("--costs", options.mCosts,
+                   "write how long each frame took; waits for the driver at each")
+        ->type_name("FILE");
     app.add_option("--lyrics", options.mLyrics, "put the words in FILE into the video as captions")
         ->type_name("FILE");
+    app.add_option("--pictures", options.mPictures,
+                   "take the pictures from the videos in FILE, a list as ffmpeg's concat reads it")
+        ->type_name("FILE");
+    app.add_flag("--describe", options.mIsDescription,
+                 "print what a recording would be, as the first line of its manifest");
     app.add_option("--still", line.mStill, "make one picture, of ROW")->type_name("ROW");
     app.add_flag("--sheet", options.mIsSheet, "make one picture of the whole show, labelled");
     app.add_option("--every", line.mEvery, "bars from one picture of the sheet to the next [4]")
@@ -290,6 +328,11 @@ std::optional<cCommandLine> ReadCommandLine(int argc, char **argv)
     ReadTyped(typed, line.mOptions);
     CheckFiles(line.mOptions, line.mStill || line.mOptions.mIsSheet);
     return line;
+}
+
+cFrameRange FindPiece(const cOptions &options, const cFrameRange &range)
+{
+    return options.mFrames ? *options.mFrames : range.Part(options.mPart, options.mParts);
 }
 
 cOptions ReadOptions(const cCommandLine &line, const vyr::cShowDescription &show)

@@ -13,17 +13,23 @@ namespace record
 /// absolute where they name results, since the working directory becomes the show's.
 struct cOptions
 {
-    std::string mOutput, mManifest, mFlashReport;
-    std::string mLyrics; ///< words for captions; empty for none
+    std::string mOutput, mManifest, mFlashReport, mCosts;
+    std::string mLyrics;   ///< words for captions; empty for none
+    std::string mPictures; ///< a list of videos to take the pictures from; empty: they are drawn
     cSize mSize;
     cFrameRate mRate;
     int64_t mFrom = 0, mTo = 0; ///< millionths of a row
     int64_t mPart = 1, mParts = 1;
-    std::optional<int64_t> mStill; ///< millionths of a row
+    std::optional<cFrameRange> mFrames; ///< a piece by its frames, in place of mPart
+    std::optional<int64_t> mStill;      ///< millionths of a row
     bool mIsSheet = false;
+    bool mIsDescription = false; ///< nothing is drawn, only said what would be
     double mEveryBars = 4.0;
     int mColumns = 6;
 };
+
+/// The frames to draw, out of all that lie between --from and --to.
+cFrameRange FindPiece(const cOptions &options, const cFrameRange &range);
 
 /// The command line, checked as far as it can be without the show that it is about: rows and bars
 /// are still as they were typed.

@@ -1,13 +1,16 @@
 #include "tools/record/Recording.h"
 
 #include "tools/record/Failure.h"
+#include "tools/record/Fingerprint.h"
 #include "tools/record/FlashReport.h"
+#include "tools/record/FrameCosts.h"
 #include "tools/record/Interrupt.h"
 #include "tools/record/Manifest.h"
 #include "tools/record/Progress.h"
 #include "tools/record/Readback.h"
 #include "tools/record/Stage.h"
 #include "tools/record/Video.h"
+#include "tools/support/Faults.h"
 
 #include <cstdio>
 #include <deque>
@@ -18,6 +21,17 @@ namespace record
 {
 namespace
 {
+// The driver says its name when a stage is open.
+std::string DescribeRecording(const cOptions &options, const cFrameRange &range,
+                              const vyr::cShowDescription &show)
+{
+    return tools::OnOneLine(show.mTitle) + " (" + FingerprintShow(show) + "), " +
+           std::to_string(options.mSize.mWidth) + "x" + std::to_string(options.mSize.mHeight) +
+           ", " + options.mRate.ToText() + " frames a second, frames " +
+           std::to_string(range.mFirst) + "-" + std::to_string(range.mEnd - 1) + ", drawn by " +
+           cStage::GetRendererName();
+}
+
 /// Everything that becomes of the frames.
 class cResults
 {
@@ -30,8 +44,11 @@ public:
             mFlashReport.emplace(options.mFlashReport);
         if (mFlashReport)
             mFlashMeter.emplace(options.mSize.mWidth, options.mSize.mHeight, options.mRate);
+        const std::string remark = DescribeRecording(options, range, show.GetDescription());
         if (!options.mManifest.empty())
-            mManifest.emplace(options.mManifest, Describe(options));
+            mManifest.emplace(options.mManifest, remark);
+        if (!options.mCosts.empty())
+            mCosts.emplace(options.mCosts, remark);
         if (options.mOutput.empty())
             return;
         if (!options.mLyrics.empty())
@@ -53,12 +70,16 @@ public:
         return sinks;
     }
 
+    cFrameCosts *GetCosts() { return mCosts ? &*mCosts : nullptr; } ///< null: not asked for
+
     /// Completes what was asked for, with the frames from the piece's first to `end`.
     void Finish(int64_t end, const vyr::cShowFolder &show)
     {
         const bool isWhole = end == mPiece.mEnd;
         if (mManifest)
             mManifest->Finish(isWhole ? "" : "interrupted");
+        if (mCosts)
+            mCosts->Finish();
         if (mFlashMeter)
             WriteFlashReport(*mFlashReport, *mFlashMeter, mGrid, {mPiece.mFirst, end}, show);
         if (mVideo)
@@ -68,18 +89,12 @@ public:
     bool HasFlashes() const { return mFlashMeter && !mFlashMeter->GetFlashes().empty(); }
 
 private:
-    static std::string Describe(const cOptions &options)
-    {
-        return std::to_string(options.mSize.mWidth) + "x" + std::to_string(options.mSize.mHeight) +
-               ", " + options.mRate.ToText() + " frames a second, drawn by " +
-               cStage::GetRendererName();
-    }
-
     cFrameGrid mGrid;
     cFrameRange mPiece;
     std::optional<cTextFile> mFlashReport;
     std::optional<cFlashMeter> mFlashMeter;
     std::optional<cManifest> mManifest;
+    std::optional<cFrameCosts> mCosts;
     std::optional<cCaptions> mCaptions;
     std::optional<cVideo> mVideo;
 };
@@ -88,16 +103,21 @@ private:
 class cPipeline
 {
 public:
-    cPipeline(cStage &stage, const cFrameGrid &grid, cFrameWriter &writer)
-        : mStage(stage), mGrid(grid), mWriter(writer),
+    /// `costs` may be null.
+    cPipeline(cStage &stage, const cFrameGrid &grid, cFrameWriter &writer, cFrameCosts *costs)
+        : mStage(stage), mGrid(grid), mWriter(writer), mCosts(costs),
           mReadback(stage.GetSize().mWidth, stage.GetSize().mHeight)
     {}
 
     /// False when the writer takes no more.
     bool Draw(int64_t frame)
     {
+        if (mCosts)
+            mCosts->Begin();
         mStage.Draw(mGrid.Row(frame), mGrid.Seconds(frame));
         mReadback.Begin();
+        if (mCosts)
+            mCosts->End(frame, mGrid.Row(frame));
         mUnderWay.push_back(frame);
         return !mReadback.IsFull() || Deliver();
     }
@@ -129,6 +149,7 @@ private:
     cStage &mStage;
     const cFrameGrid &mGrid;
     cFrameWriter &mWriter;
+    cFrameCosts *mCosts;
     cReadback mReadback;
     std::deque<int64_t> mUnderWay;
 };
@@ -136,9 +157,9 @@ private:
 // Draws the frames of `piece` until all are drawn, somebody interrupts, or the writer gives up.
 // Returns the end of those drawn.
 int64_t DrawFrames(cStage &stage, const cFrameGrid &grid, const cFrameRange &piece,
-                   cFrameWriter &writer)
+                   cFrameWriter &writer, cFrameCosts *costs)
 {
-    cPipeline pipeline(stage, grid, writer);
+    cPipeline pipeline(stage, grid, writer, costs);
     cProgress progress(piece);
     stage.DrawFramesBefore(grid, grid.MicroRow(piece.mFirst));
     int64_t frame = piece.mFirst;
@@ -165,9 +186,10 @@ void SayFlashes(const cOptions &options)
 
 void SayInterrupted(const cOptions &options, const cFrameRange &piece, int64_t end)
 {
-    const std::string &file = !options.mOutput.empty()     ? options.mOutput
-                              : !options.mManifest.empty() ? options.mManifest
-                                                           : options.mFlashReport;
+    const std::string &file = !options.mOutput.empty()        ? options.mOutput
+                              : !options.mManifest.empty()    ? options.mManifest
+                              : !options.mFlashReport.empty() ? options.mFlashReport
+                                                              : options.mCosts;
     std::fprintf(stderr, "vyr-record: interrupted: %s holds the first %lld of %lld frames\n",
                  file.c_str(), static_cast<long long>(end - piece.mFirst),
                  static_cast<long long>(piece.Count()));
@@ -178,14 +200,14 @@ eOutcome Record(const cOptions &options, vyr::cShowFolder &show)
 {
     const cFrameGrid grid(options.mRate, show.GetDescription().mRowsPerSecond);
     const cFrameRange range = grid.Between(options.mFrom, options.mTo);
-    const cFrameRange piece = range.Part(options.mPart, options.mParts);
+    const cFrameRange piece = FindPiece(options, range);
     cStage stage(show, options.mSize);
     stage.LoadShow();
     CheckRows(stage, grid, piece);
     cResults results(options, grid, range, piece, show);
     cFrameWriter writer(results.GetSinks(), options.mSize.mWidth, options.mSize.mHeight);
 
-    const int64_t end = DrawFrames(stage, grid, piece, writer);
+    const int64_t end = DrawFrames(stage, grid, piece, writer, results.GetCosts());
     writer.Finish();
     if (end == piece.mFirst)
         throw cInterruption("interrupted before the first frame: nothing was written");
@@ -198,6 +220,30 @@ eOutcome Record(const cOptions &options, vyr::cShowFolder &show)
         return DONE;
     SayFlashes(options);
     return FLASHES;
+}
+
+eOutcome Describe(const cOptions &options, vyr::cShowFolder &show)
+{
+    const vyr::cShowDescription &description = show.GetDescription();
+    const cFrameGrid grid(options.mRate, description.mRowsPerSecond);
+    const cFrameRange range = grid.Between(options.mFrom, options.mTo);
+    const cStage stage(show, options.mSize);
+    std::puts(DescribeRecording(options, range, description).c_str());
+    return DONE;
+}
+
+eOutcome Join(const cOptions &options, vyr::cShowFolder &show)
+{
+    const vyr::cShowDescription &description = show.GetDescription();
+    const cFrameGrid grid(options.mRate, description.mRowsPerSecond);
+    const cFrameRange range = grid.Between(options.mFrom, options.mTo);
+    show.LoadTracks();
+    std::optional<cCaptions> captions;
+    if (!options.mLyrics.empty())
+        captions.emplace(options.mLyrics, show, grid, range);
+    const cEncoding encoding{options.mSize, options.mRate, range, range, description.mMusic};
+    JoinVideo(options.mOutput, encoding, captions ? &*captions : nullptr, options.mPictures);
+    return DONE;
 }
 
 eOutcome RecordStill(const cOptions &options, vyr::cShowFolder &show)

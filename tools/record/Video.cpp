@@ -2,6 +2,25 @@
 
 namespace record
 {
+namespace
+{
+// What ffmpeg does to bring encoded pictures, sound and captions together in `path`. The table of
+// contents comes first, so that a player on a network starts at once; times of edits are in samples
+// of the sound, not in milliseconds.
+tArguments Combine(const tArguments &pictures, const cMusic &music, const cCaptions *captions,
+                   const tArguments &limit, const std::string &path)
+{
+    tArguments inputs = pictures + music.GetInputOptions();
+    tArguments outputs = Words("-map 0:v -map 1:a -c copy");
+    if (captions) {
+        inputs = inputs + captions->GetInputOptions();
+        outputs = outputs + Words("-map 2:s -c:s mov_text");
+    }
+    return StrictFfmpeg() + inputs + outputs + limit +
+           Words("-movflags +faststart -movie_timescale 44100 -f mp4") + tArguments{path};
+}
+} // namespace
+
 cVideo::cVideo(const std::string &path, const cEncoding &encoding, const cCaptions *captions)
     : mEncoding(encoding), mCaptions(captions), mOutput(path), mPictures(path + ".pictures"),
       mMusic(encoding), mEncoder(encoding, mPictures.GetTemporaryPath())
@@ -23,22 +42,23 @@ void cVideo::Finish(int64_t end)
 
 tArguments cVideo::GetArguments(int64_t end) const
 {
-    tArguments inputs = Words("-f mp4 -i") + tArguments{mPictures.GetTemporaryPath()};
-    inputs = inputs + mMusic.GetInputOptions();
-    tArguments outputs = Words("-map 0:v -map 1:a -c copy");
-    if (mCaptions) {
-        inputs = inputs + mCaptions->GetInputOptions();
-        outputs = outputs + Words("-map 2:s -c:s mov_text");
-    }
+    const tArguments pictures = Words("-f mp4 -i") + tArguments{mPictures.GetTemporaryPath()};
+    tArguments limit;
     if (end < mEncoding.mPiece.mEnd) { // the sound ends where the picture does
         const int64_t frames = end - mEncoding.mPiece.mFirst;
-        const double seconds = mEncoding.mRate.Seconds(frames);
-        outputs = outputs + tArguments{"-t", std::to_string(seconds)};
+        limit = {"-t", std::to_string(mEncoding.mRate.Seconds(frames))};
     }
-    // The table of contents first, so that a player on a network starts at once; times of edits in
-    // samples of the sound, not in milliseconds.
-    return StrictFfmpeg() + inputs + outputs +
-           Words("-movflags +faststart -movie_timescale 44100 -f mp4") +
-           tArguments{mOutput.GetTemporaryPath()};
+    return Combine(pictures, mMusic, mCaptions, limit, mOutput.GetTemporaryPath());
+}
+
+void JoinVideo(const std::string &path, const cEncoding &encoding, const cCaptions *captions,
+               const std::string &list)
+{
+    cOutputFile output(path);
+    cMusic music(encoding);
+    music.Finish();
+    const tArguments pictures = Words("-f concat -safe 0 -i") + tArguments{list};
+    RunProgram(Combine(pictures, music, captions, {}, output.GetTemporaryPath()));
+    output.Commit();
 }
 } // namespace record

@@ -30,4 +30,10 @@ private:
     cMusic mMusic;
     cEncoder mEncoder;
 };
+
+/// Makes `path` of pictures that are encoded already, those of the videos that `list` names, with
+/// the sound and the captions of the whole. `list` is one as ffmpeg's concat demuxer reads it.
+/// `captions` may be null. Throws cFailure.
+void JoinVideo(const std::string &path, const cEncoding &encoding, const cCaptions *captions,
+               const std::string &list);
 } // namespace record

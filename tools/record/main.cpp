@@ -21,6 +21,10 @@ int Run(int argc, char **argv)
     const record::cOptions options = record::ReadOptions(*line, show.GetDescription());
     if (options.mIsSheet)
         return record::RecordSheet(options, show);
+    if (!options.mPictures.empty())
+        return record::Join(options, show);
+    if (options.mIsDescription)
+        return record::Describe(options, show);
     return options.mStill ? record::RecordStill(options, show) : record::Record(options, show);
 }
 
