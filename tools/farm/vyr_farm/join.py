@@ -25,6 +25,7 @@ def join(plan):
         folder = Path(tempfile.mkdtemp(prefix="join-", dir=plan.folder / "tries"))
         join_in(folder, plan)
         write_manifests(plan)
+        clear_tries(plan)
         done_mark(plan).touch()
     except OSError as error:
         raise Failure(f"{error.filename}: {error.strerror}") from error
@@ -32,6 +33,12 @@ def join(plan):
         if folder:
             shutil.rmtree(folder, ignore_errors=True)
     return f"{plan.output}: {plan.frames} frames of {len(heads)} pieces, drawn by {heads[0].driver}"
+
+
+def clear_tries(plan):
+    """What machines left that died. Where one still makes a piece that was given up, it will fail."""
+    for folder in (plan.folder / "tries").iterdir():
+        shutil.rmtree(folder, ignore_errors=True)
 
 
 def done_mark(plan):
@@ -61,12 +68,19 @@ def head_or_failure(plan, piece):
 
 def explain(plan, piece, failure):
     """Why the piece is as it is: what its machine said last, where it is not there at all."""
-    log = plan.folder / "logs" / f"{piece.number}.log"
-    if plan.manifest(piece).exists() or not log.exists():
-        return f"piece {piece.number}: {failure}"
-    said = [line for line in log.read_text(encoding="utf-8", errors="replace").splitlines()
-            if line.startswith("vyr-farm: ")]
-    return said[-1].removeprefix("vyr-farm: ") if said else f"piece {piece.number}: {failure}; see {log}"
+    said = [] if plan.manifest(piece).exists() else find_messages(plan, piece)
+    return said[-1] if said else f"piece {piece.number}: {failure}"
+
+
+def find_messages(plan, piece):
+    """What Slurm's task, and those of GNU Parallel, said about it."""
+    begin = f"piece {piece.number}: "
+    lines = []
+    for name in (f"{piece.number}.log", "parallel.txt"):
+        log = plan.folder / "logs" / name
+        text = log.read_text(encoding="utf-8", errors="replace") if log.exists() else ""
+        lines += [line.removeprefix("vyr-farm: ") for line in text.splitlines()]
+    return [line for line in lines if line.startswith(begin)]
 
 
 def check_one_driver(plan, heads):

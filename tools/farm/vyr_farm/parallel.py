@@ -5,10 +5,12 @@ import re
 import secrets
 import shlex
 import shutil
+import signal
 import subprocess
 import sys
 from concurrent.futures import ThreadPoolExecutor
 from dataclasses import dataclass
+from threading import Thread
 
 from . import check, join, scripts
 from .failure import Failure, last_line
@@ -108,21 +110,30 @@ def make_pieces(plan, command, ssh):
     """Whether all went well is for the join to say, which looks at the pieces."""
     progress = Progress(plan)
     process = subprocess.Popen(["sh", *command], stdin=subprocess.DEVNULL, stdout=subprocess.PIPE,
-                               env={**os.environ, "VYR_FARM_SSH": ssh})
+                               stderr=subprocess.STDOUT, env={**os.environ, "VYR_FARM_SSH": ssh},
+                               start_new_session=True)
+    reader = Thread(target=keep_messages, args=(plan, process.stdout))
+    reader.start()
     try:
-        with ThreadPoolExecutor(1) as reader:
-            reader.submit(process.stdout.read)  # a line a piece, which the progress says too
-            while True:
-                progress.show()
-                try:
-                    process.wait(SECONDS_BETWEEN_LOOKS)
-                    break
-                except subprocess.TimeoutExpired:
-                    continue
+        while process.poll() is None:
+            progress.show()
+            reader.join(SECONDS_BETWEEN_LOOKS)
     except KeyboardInterrupt as interrupt:
+        os.killpg(process.pid, signal.SIGINT)  # GNU Parallel then ends what it started there
         process.wait()
         raise Failure("interrupted: the pieces that are done stay, the command given again makes the "
                       "others", 130) from interrupt
     finally:
+        reader.join()
         progress.end()
     progress.show()
+
+
+def keep_messages(plan, lines):
+    """All that the machines say is kept; the farm's own failures are for the person who waits."""
+    with open(plan.folder / "logs" / "parallel.txt", "ab") as log:
+        for line in lines:
+            log.write(line)
+            log.flush()
+            if line.startswith(b"vyr-farm: "):
+                print(line.decode(errors="replace"), end="", file=sys.stderr, flush=True)

@@ -69,8 +69,8 @@ shift
 COPIES = """\
 #!/bin/sh
 # Makes the pieces of {name} that are missing, on machines that don't share a disk with this one: each
-# gets a copy of this folder, with the show in it, and gives its pieces back. A piece that fails is
-# made on another machine, in four tries at most.
+# gets a copy of this folder, with the show in it, and gives its pieces back; the copies are removed at
+# the end. A piece that fails is made on another machine, in four tries at most.
 #
 #   sh parallel-copies.sh HOST,HOST... [options of parallel]
 folder={folder}
@@ -78,8 +78,16 @@ copy={copy} # in the home folder there
 hosts=$1
 shift
 ssh=${{VYR_FARM_SSH:-ssh}}
+remove_copies() {{
+    for host in $(echo "$hosts" | tr , ' '); do
+        # shellcheck disable=SC2086 # a command and its options
+        $ssh "$host" rm -rf "$copy" 2>/dev/null
+    done
+}}
+trap remove_copies EXIT
+trap 'exit 130' INT TERM
 for host in $(echo "$hosts" | tr , ' '); do
-    # shellcheck disable=SC2086 # a command and its options
+    # shellcheck disable=SC2086
     $ssh "$host" mkdir -p "$copy/pieces" "$copy/tries" &&
         rsync -a --delete --rsh "$ssh" --exclude /pieces/ --exclude /tries/ --exclude /logs/ \\
             "$folder/" "$host:$copy/" ||
@@ -89,13 +97,7 @@ cd "$folder" || exit
 {farm} missing "$folder" |
     parallel --will-cite --ssh "$ssh" --sshlogin "$hosts" --jobs 1 --retries 4 \\
         --joblog "$folder/logs/parallel.log" --workdir "$copy" \\
-        --return pieces/{{}}.txt --return pieces/{{}}.mp4 --cleanup "$@" {farm} piece . {{}}
-status=$?
-for host in $(echo "$hosts" | tr , ' '); do
-    # shellcheck disable=SC2086
-    $ssh "$host" rm -rf "$copy" 2>/dev/null
-done
-exit $status
+        --return pieces/{{}}.txt --return pieces/{{}}.mp4 "$@" {farm} piece . {{}}
 """
 
 TEXTS = {"piece.sh": PIECE, "join.sh": JOIN, "slurm.sh": SLURM, "parallel.sh": PARALLEL,
