@@ -181,8 +181,17 @@ class Slurm:
         self.daemons.pop(node).kill()
         end([one for step in steps for one in descendants(step)])
 
-    def run_jobs(self, state):
-        return self.run("squeue", "-h", "-r", "-t", state, "-o", "%i").split()
+    def jobs(self, states):
+        return self.run("squeue", "-h", "-r", "-t", states, "-o", "%i").split()
+
+    def unreachable(self):
+        """A configuration whose controller is not there."""
+        path = self.folder / "unreachable.conf"
+        text = (self.folder / "slurm.conf").read_text(encoding="utf-8")
+        lines = [f"SlurmctldPort={free_port()}\nMessageTimeout=2" if line.startswith("SlurmctldPort") else line
+                 for line in text.splitlines()]
+        path.write_text("\n".join(lines) + "\n", encoding="utf-8")
+        return path
 
     def stop(self):
         steps = owners_of_sockets(self.folder)

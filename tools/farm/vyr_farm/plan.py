@@ -134,8 +134,8 @@ def check_same(plan, wanted, head):
         (plan.recording != head.recording(), f"{plan.recording}; this is {head.recording()}"),
         (len(plan.pieces) != wanted.parts, f"{len(plan.pieces)} pieces, not {wanted.parts}"),
         (plan.output != absolute(wanted.output), plan.output),
-        (plan.environment != wanted.environment, f"--env {plan.environment}"),
-        (read_words(plan.folder / "lyrics.txt") != read_words(wanted.lyrics), "other words")]
+        (plan.environment != wanted.environment, f"other --env: {plan.environment}, not {wanted.environment}"),
+        (words_of_plan(plan) != (Path(wanted.lyrics).read_bytes() if wanted.lyrics else None), "other words")]
     for differs, what in differences:
         if differs:
             raise Failure(f"{plan.folder}: holds another recording ({what}): remove it, or name another "
@@ -150,8 +150,9 @@ def absolute(path):
     return str(Path(path).absolute()) if path else ""
 
 
-def read_words(path):
-    return Path(path).read_bytes() if path and Path(path).exists() else None
+def words_of_plan(plan):
+    path = plan.folder / "lyrics.txt"
+    return path.read_bytes() if path.exists() else None
 
 
 def clear_half_made(folder):
