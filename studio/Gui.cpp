@@ -153,9 +153,10 @@ void cGui::Begin(const std::vector<cEvent> &events, double seconds)
     ImGui::NewFrame();
 }
 
-void cGui::End()
+void cGui::End() { ImGui::Render(); }
+
+void cGui::Render()
 {
-    ImGui::Render();
     const auto size = mWindow.Size();
     glViewport(0, 0, size.width, size.height);
     glDisable(GL_SCISSOR_TEST);

@@ -23,8 +23,8 @@ public:
 
     /// Begins a frame that sees `events`, `seconds` (above 0) after the one before.
     void Begin(const std::vector<cEvent> &events, double seconds);
-    /// Draws what the frame has made into the window; the caller presents it.
-    void End();
+    void End();    ///< the frame has made everything that is to be drawn
+    void Render(); ///< draws it into the window; the caller presents it
 
     ImFont *Small() const { return mSmall; }
     ImFont *Bold() const { return mBold; }

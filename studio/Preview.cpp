@@ -104,6 +104,7 @@ void cPreview::FindTexture()
 bool cPreview::Load(std::string &error)
 {
     const cShowContext context(mWindow);
+    const double begin = Now();
     try {
         mStage->LoadShow();
         KeepState();
@@ -111,6 +112,7 @@ bool cPreview::Load(std::string &error)
     } catch (const std::exception &failure) {
         error = failure.what();
     }
+    mLoadSeconds = Now() - begin;
     Forget();
     return mIsLoaded;
 }

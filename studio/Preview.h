@@ -34,6 +34,7 @@ public:
     /// again when something has changed.
     bool Load(std::string &error);
     bool IsLoaded() const { return mIsLoaded; }
+    double LoadSeconds() const { return mLoadSeconds; } ///< that the first Load took
 
     /// The tracks have these keys from now on. Those that the show does not have are left out.
     void SetTracks(const std::vector<timeline::cShowTrack> &tracks);
@@ -71,6 +72,6 @@ private:
     bool mIsLoaded = false;
     std::optional<int64_t> mDrawn; ///< millionths of a row
     unsigned int mTexture = 0;
-    double mFrameSeconds = 0.0;
+    double mFrameSeconds = 0.0, mLoadSeconds = 0.0;
 };
 } // namespace studio

@@ -144,6 +144,7 @@ public:
         mGui.Begin(events, seconds);
         mPage.Draw(events);
         mGui.End();
+        mGui.Render();
     }
 
     void Present() { mWindow.Present(); }

@@ -51,6 +51,11 @@ TEST(Manual, NewPageNamesTheOptionsThatItHas)
     EXPECT_EQ(LongOptions(PageOf("vyr-new")), LongOptions(HelpOf("vyr-new", {})));
 }
 
+TEST(Manual, StudioPageNamesTheOptionsThatItHas)
+{
+    EXPECT_EQ(LongOptions(PageOf("vyr-studio")), LongOptions(HelpOf("vyr-studio", {})));
+}
+
 TEST(Manual, TracksPageNamesTheOptionsOfAllCommands)
 {
     std::string help = HelpOf("vyr-tracks", {});

@@ -1,3 +1,4 @@
+#include "sound/SoundDecoder.h"
 #include "sound/SoundPlayer.h"
 
 #include "tests/sound/SoundTestDevice.h"

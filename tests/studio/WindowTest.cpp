@@ -30,6 +30,7 @@ protected:
         draw(*ImGui::GetWindowDrawList());
         ImGui::End();
         mGui.End();
+        mGui.Render();
         tPixels pixels(320 * 200 * 4);
         glReadPixels(0, 0, 320, 200, GL_RGBA, GL_UNSIGNED_BYTE, pixels.data());
         mWindow.Present();
