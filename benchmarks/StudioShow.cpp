@@ -9,6 +9,8 @@
 
 #include <epoxy/gl.h>
 
+#include <memory>
+
 namespace
 {
 class cMeasured : public vyr::cShow

@@ -63,6 +63,14 @@ private:
         }
     };
 
+    /// A key that moves with the hand.
+    struct cHeld
+    {
+        std::string mTrack;
+        int mRow = 0; ///< before
+        bool mIsCopy = false; ///< not selected, but of the same line as one that is
+    };
+
     /// What the pointer is doing.
     struct cHand
     {
@@ -91,6 +99,8 @@ private:
         double mStartScroll = 0.0;
         cStudio::tSelection mBefore; ///< what was selected
         timeline::tKeyIds mKeys;     ///< that it drags
+        std::vector<cHeld> mHeld;    ///< these, and their copies
+        double mFactor = 1.0;        ///< of a stretch
         timeline::cEdits mEdits;     ///< what letting go will do
         int mRows = 0, mGeneration = 0; ///< that they were made of, with the value
         double mValue = 0.0;
@@ -146,6 +156,8 @@ private:
     void BeginOnRuler();
     void BeginOnLanes();
     void BeginMove(const cPlace &place, timeline::cKeyId key);
+    void Hold();
+    int HeldRow(const cHeld &held) const;
     void UpdateGesture();
     bool AreKeysThere(const timeline::tKeyIds &keys) const;
     void UpdateMove();

@@ -429,7 +429,7 @@ void cPage::BeginOnRuler()
         mHand.mKind = cHand::STRETCH;
         mHand.mEdge = isNear(last) ? last : first;
         mHand.mPivot = isNear(last) ? first : last;
-        mHand.mKeys = mStudio.SelectedIds();
+        Hold();
         mStudio.BeginDrag();
     } else if (ImGui::GetIO().KeyShift) {
         mHand.mKind = cHand::REGION;
@@ -490,19 +490,38 @@ void cPage::BeginMove(const cPlace &place, timeline::cKeyId id)
         return;
     PrepareSnapping(); // without what is selected now
     mHand.mKind = cHand::MOVE;
-    mHand.mKeys = mStudio.SelectedIds();
     mHand.mTrack = place.mLane->mTrack;
     mHand.mKeyRow = key->mKey.row;
     mHand.mKeyValue = key->mKey.value;
     const cValueView values = ValuesOf(place);
     mHand.mPerPixel = (values.mHigh - values.mLow) / std::max(values.mHeight, 1.0);
+    Hold();
     mStudio.BeginDrag();
+}
+
+// What the hand has now, once for all of the drag.
+void cPage::Hold()
+{
+    mHand.mKeys = mStudio.SelectedIds();
     mCopies.clear();
-    for (const timeline::cKeyId &selected : mStudio.Selection()) {
+    for (const timeline::cKeyId &selected : mHand.mKeys) {
         const auto copies = mStudio.Document().CopiesOf(selected);
         if (copies.size() > 1)
             mCopies.insert(copies.begin(), copies.end());
     }
+    for (const timeline::cShowTrack &track : mStudio.Document().Tracks())
+        for (const timeline::cShowKey &key : track.mKeys)
+            if (mStudio.IsSelected(key.mId) || mCopies.count(key.mId))
+                mHand.mHeld.push_back(
+                    {track.mName, key.mKey.row, !mStudio.IsSelected(key.mId)});
+}
+
+// Where a held key lies while the hand drags. Copies go as far as the key that is dragged.
+int cPage::HeldRow(const cHeld &held) const
+{
+    if (mHand.mKind == cHand::STRETCH)
+        return int(std::lround(mHand.mPivot + (held.mRow - mHand.mPivot) * mHand.mFactor));
+    return held.mRow + mHand.mRows;
 }
 
 bool cPage::AreKeysThere(const timeline::tKeyIds &keys) const
@@ -594,11 +613,10 @@ void cPage::UpdateMove()
     // Nothing is worked out anew while hand and text stand still.
     const bool isSame = !mHand.mEdits.IsEmpty() && rows == mHand.mRows && value == mHand.mValue &&
                         mStudio.Generation() == mHand.mGeneration;
-    mHand.mRows = rows;
-    mHand.mValue = value;
-    mHand.mGeneration = mStudio.Generation();
     if (isSame)
         return;
+    mHand.mValue = value;
+    mHand.mGeneration = mStudio.Generation();
     if (!AreKeysThere(mHand.mKeys))
         return; // somebody has changed them: letting go will say so
     const timeline::cEdits edits =
@@ -607,6 +625,7 @@ void cPage::UpdateMove()
     if (!mStudio.Drag(edits))
         return;
     mHand.mEdits = edits;
+    mHand.mRows = rows;
     mHand.mWhat = vyr::FormatRow(mHand.mKeyRow + rows, mStudio.Transport().Tempo()) + "   " +
                   (lane ? NameOf(*lane, float(value)) : "");
     if (mCopies.size() > mStudio.Selection().size())
@@ -628,6 +647,7 @@ void cPage::UpdateStretch()
     if (!mStudio.Drag(edits))
         return;
     mHand.mEdits = edits;
+    mHand.mFactor = factor;
     char text[48];
     std::snprintf(text, sizeof text, "%.4g times as long", factor);
     mHand.mWhat = text;

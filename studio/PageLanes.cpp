@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdio>
+#include <map>
 
 namespace studio
 {
@@ -483,11 +484,19 @@ void cPage::DrawKeys(ImDrawList &list, const cPlace &place, ImU32 color)
     const auto range = lane.mCurve.Visible(mView, keySize * mScale);
     const bool hasIds = lane.mIds.size() == lane.mCurve.Keys().size();
     const bool isFixed = mStudio.TimelinePath().empty();
+    std::map<int, bool> held; // row of a key in the hand, whether it is a copy
+    if (!hasIds)
+        for (const cHeld &key : mHand.mHeld)
+            if (key.mTrack == lane.mTrack)
+                held[HeldRow(key)] = key.mIsCopy;
     for (size_t i = range.mBegin; i < range.mEnd; i++) {
         const sync_key &key = lane.mCurve.Keys()[i];
         const ImVec2 at(float(mView.X(key.row)), float(values.Y(double(key.value))));
-        const bool isSelected = hasIds && mStudio.IsSelected(lane.mIds[i]);
-        const bool isCopy = hasIds && mCopies.count(lane.mIds[i]) != 0;
+        const auto inHand = held.find(key.row);
+        const bool isHeld = inHand != held.end();
+        const bool isSelected = hasIds ? mStudio.IsSelected(lane.mIds[i])
+                                       : isHeld && !inHand->second;
+        const bool isCopy = hasIds ? mCopies.count(lane.mIds[i]) != 0 : isHeld && inHand->second;
         const bool isHovered = hasIds && lane.mIds[i] == mHovered;
         if (isCopy || isHovered)
             list.AddCircle(at, S(8), isSelected ? red : Faded(amber, 1.0), 0, S(2));

@@ -84,12 +84,12 @@ cStudio::cStudio(cWindow &window, const cOpen &open, const tOpenPlayback &openPl
       mTransport(openPlayback(), vyr::TempoOf(mPreview.Description()),
                  mPreview.Description().mLastRow)
 {
+    for (const std::string &track : Show().mTracks)
+        mTrackBytes[track] = BytesOf(mOpen.mShow / vyr::GetTrackFile(track));
+    WriteTracks();
     std::string error;
     if (!mPreview.Load(error))
         SetProblems("show", {{"", 0, 0, error, ""}});
-    for (const std::string &track : Show().mTracks)
-        mTrackBytes[track] = BytesOf(mOpen.mShow / vyr::GetTrackFile(track));
-    ReadWords();
     ReadMusic();
     TakeTimeline();
     WatchFiles();
