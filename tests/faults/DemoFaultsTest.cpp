@@ -78,7 +78,7 @@ protected:
     // A few frames of the show, whose clock follows a script.
     static test::cProcessResult PlayScripted()
     {
-        test::cProcess program({VYR_SCRIPTED_DEMO}, sFolder->Path(),
+        test::cProcess program(test::WithoutPrivileges({VYR_SCRIPTED_DEMO}), sFolder->Path(),
                                {"VYR_TEST_ROWS=0,10,2000,3624"});
         return program.Wait();
     }
@@ -204,7 +204,7 @@ TEST_F(DemoFaults, TrackOfAnyNumberPlaysOrStopsAtAnAssertion)
 test::cProcessResult PlayWithEscape(const fs::path &folder)
 {
     test::cScreen screen;
-    test::cProcess program({VYR_DEMO}, folder);
+    test::cProcess program(test::WithoutPrivileges({VYR_DEMO}), folder);
     if (screen.WaitForWindow("Demo", program) && screen.AnswersPing())
         screen.PressEscape();
     return program.Wait();

@@ -16,7 +16,7 @@ struct cFault
         Cut,        ///< ends at `mPlace` of 21 equal parts of its length
         OtherKind,  ///< holds a picture where no picture belongs, words where one does
         Folder,     ///< is a folder
-        Unreadable, ///< nobody may read it; not to be had for the superuser, who may
+        Unreadable, ///< its mode lets nobody read it; run what meets it test::WithoutPrivileges
     };
     eKind mKind;
     int mPlace = 0;

@@ -37,7 +37,7 @@ protected:
 
     static cProcessResult Run(const std::vector<std::string> &command)
     {
-        test::cProcess program(command, sFolder->Path());
+        test::cProcess program(test::WithoutPrivileges(command), sFolder->Path());
         return program.Wait();
     }
 

@@ -101,6 +101,15 @@ cProcessResult cProcess::Wait(double seconds)
     return result;
 }
 
+std::vector<std::string> WithoutPrivileges(std::vector<std::string> command)
+{
+    const std::vector<std::string> drop = {"setpriv",
+                                           "--bounding-set=-dac_override,-dac_read_search"};
+    if (geteuid() == 0)
+        command.insert(command.begin(), drop.begin(), drop.end());
+    return command;
+}
+
 cProcessResult Run(const std::vector<std::string> &command, const fs::path &folder,
                    const std::vector<std::string> &environment)
 {

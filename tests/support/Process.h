@@ -44,6 +44,10 @@ private:
     std::filesystem::path mOutputFile, mErrorFile;
 };
 
+/// The same command, run as somebody who may read only what the files' modes allow: the superuser's
+/// leave to read everything is taken from it.
+std::vector<std::string> WithoutPrivileges(std::vector<std::string> command);
+
 /// Runs a command to its end.
 cProcessResult Run(const std::vector<std::string> &command,
                    const std::filesystem::path &folder = std::filesystem::current_path(),

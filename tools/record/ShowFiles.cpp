@@ -139,12 +139,21 @@ void CheckPrograms(const vyr::cShowDescription &description)
             throw cFailure(DescribeUnlinked(tools::FindShaderFiles(program, description)));
     }
 }
+
+// Of a folder that IsShowFolder says no to.
+std::string DescribeNoShow(const std::string &folder)
+{
+    std::error_code failure;
+    if (!fs::exists(fs::path(folder) / vyr::kShowLibrary, failure) && failure)
+        return folder + ": " + failure.message();
+    return folder + ": no show there: it has no " + vyr::kShowLibrary;
+}
 } // namespace
 
 fs::path FindShow(const std::string &asked)
 {
     if (!asked.empty() && !vyr::IsShowFolder(asked))
-        throw cFailure(asked + ": no show there: it has no " + vyr::kShowLibrary);
+        throw cFailure(DescribeNoShow(asked));
     if (!asked.empty())
         return asked;
     std::error_code ignored;
