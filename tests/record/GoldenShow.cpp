@@ -276,6 +276,56 @@ void ComposeTunnel(cComposer &to, int bar, int bars, float speed)
     to.Move("object:x", bar + 1, bar + bars, -2.0f, 2.0f, 2, 0);
     to.Set("object:z", bar + 1, bar + bars, -6.0f);
 }
+
+struct cSetting
+{
+    const char *mTrack;
+    float mValue;
+};
+using tLayer = std::vector<cSetting>;
+
+bool HasTrack(const std::vector<tLayer> &layers, const std::string &track)
+{
+    for (const tLayer &layer : layers)
+        for (const cSetting &setting : layer)
+            if (setting.mTrack == track)
+                return true;
+    return false;
+}
+
+// A track that none of them sets has a layer of its own, at 1.
+std::vector<tLayer> AllLayers()
+{
+    std::vector<tLayer> layers = {
+        {},
+        {{"fade:plasma", 1.0f}},
+        {{"fade:plasma", 1.0f}, {"flare:x", 0.3f}, {"flare:y", 0.7f}, {"flare:size", 0.25f}},
+        {{"fade:plasma", 0.4f}},
+        {{"tunnel:texture", 0.0f}, {"tunnel:pos", 0.0f}},
+        {{"tunnel:texture", 7.0f}, {"tunnel:pos", 33.3f}},
+        {{"image:left", 0.0f}},
+        {{"image:left", 28.0f}},
+        {{"image:right", 3.9f}},
+        {{"image:right", 20.0f}},
+        {{"image:center", 5.0f}, {"image:center_alpha", 1.0f}},
+        {{"image:center", 12.0f}, {"image:center_alpha", 0.5f}},
+        {{"lyrics:num", -0.4f}, {"lyrics:fade", 1.0f}, {"lyrics:x", 60.0f}, {"lyrics:y", 90.0f}},
+        {{"lyrics:num", 33.0f}, {"lyrics:fade", 0.5f}, {"lyrics:x", 700.5f}, {"lyrics:y", 500.0f}},
+        {{"object:num", 0.0f}, {"object:z", -3.0f}},
+        {{"object:num", 1.0f}, {"object:x", 1.5f}, {"object:y", -0.5f}, {"object:z", -4.0f}},
+        {{"fade:fg_noise", 1.0f}},
+        {{"fade:fg_noise", 0.3f}},
+        {{"image:zemlogo", 1.0f}},
+        {{"image:zemlogo", 0.5f}},
+        {{"fade:bg_white", 0.5f}},
+        {{"fade:bg_white", 1.0f}},
+        {{"fade:bg_white", 1.0f}, {"fade:fg_black", 0.5f}},
+        {{"object:num", 0.0f}, {"object:y", 2.0f}, {"object:z", -12.0f}}};
+    for (const char *track : demo::kTrackNames)
+        if (!HasTrack(layers, track))
+            layers.push_back({{track, 1.0f}});
+    return layers;
+}
 } // namespace
 
 tTimeline Sections()
@@ -303,42 +353,17 @@ tTimeline Sections()
 
 tTimeline Layers()
 {
-    struct cSetting
-    {
-        const char *mTrack;
-        float mValue;
-    };
-    const std::vector<cSetting> layers[kLayerCount] = {
-        {},
-        {{"fade:plasma", 1.0f}},
-        {{"fade:plasma", 1.0f}, {"flare:x", 0.3f}, {"flare:y", 0.7f}, {"flare:size", 0.25f}},
-        {{"fade:plasma", 0.4f}},
-        {{"tunnel:texture", 0.0f}, {"tunnel:pos", 0.0f}},
-        {{"tunnel:texture", 7.0f}, {"tunnel:pos", 33.3f}},
-        {{"image:left", 0.0f}},
-        {{"image:left", 28.0f}},
-        {{"image:right", 3.9f}},
-        {{"image:right", 20.0f}},
-        {{"image:center", 5.0f}, {"image:center_alpha", 1.0f}},
-        {{"image:center", 12.0f}, {"image:center_alpha", 0.5f}},
-        {{"lyrics:num", -0.4f}, {"lyrics:fade", 1.0f}, {"lyrics:x", 60.0f}, {"lyrics:y", 90.0f}},
-        {{"lyrics:num", 33.0f}, {"lyrics:fade", 0.5f}, {"lyrics:x", 700.5f}, {"lyrics:y", 500.0f}},
-        {{"object:num", 0.0f}, {"object:z", -3.0f}},
-        {{"object:num", 1.0f}, {"object:x", 1.5f}, {"object:y", -0.5f}, {"object:z", -4.0f}},
-        {{"fade:fg_noise", 1.0f}},
-        {{"fade:fg_noise", 0.3f}},
-        {{"image:zemlogo", 1.0f}},
-        {{"image:zemlogo", 0.5f}},
-        {{"fade:bg_white", 0.5f}},
-        {{"fade:bg_white", 1.0f}},
-        {{"fade:bg_white", 1.0f}, {"fade:fg_black", 0.5f}},
-        {{"object:num", 0.0f}, {"object:y", 2.0f}, {"object:z", -12.0f}}};
     cComposer to;
-    for (int i = 0; i < kLayerCount; i++)
-        for (const cSetting &setting : layers[i])
-            to.Set(setting.mTrack, i, i + 1, setting.mValue);
+    int bar = 0;
+    for (const tLayer &layer : AllLayers()) {
+        for (const cSetting &setting : layer)
+            to.Set(setting.mTrack, bar, bar + 1, setting.mValue);
+        bar++;
+    }
     return to.Timeline();
 }
+
+int CountLayers() { return int(AllLayers().size()); }
 
 tTimeline Strobe(double perSecond, float height)
 {

@@ -22,9 +22,9 @@ using tTimeline = std::map<std::string, std::vector<cKey>>;
 
 /// Eleven sections, as the real show has them, over all 3624 rows.
 tTimeline Sections();
-/// 32 rows for each of kLayerCount settings of one layer, all others off.
+/// 32 rows for each of CountLayers() settings of one layer, all others off. Each track is in one.
 tTimeline Layers();
-inline constexpr int kLayerCount = 24;
+int CountLayers();
 /// Nothing but a white flash `perSecond` times a second, as high as `height`, over 10 seconds.
 tTimeline Strobe(double perSecond, float height);
 

@@ -57,7 +57,7 @@ std::string NameOf(const char *timeline, int64_t row, const record::cSize &size)
 std::vector<cStill> StillsOfLayers(const record::cSize &size)
 {
     std::vector<cStill> stills;
-    for (int i = 0; i < golden::kLayerCount; i++) {
+    for (int i = 0; i < golden::CountLayers(); i++) {
         const int64_t row = i * rowsPerLayer + 16;
         stills.push_back({NameOf("layer", row, size), row, size});
     }
@@ -255,9 +255,8 @@ TEST_F(GoldenPictures, WideScreenIsCropped)
 TEST(GoldenSet, HasALayerForEachTrackAndAPictureOfItsOwnForEachLayer)
 {
     const golden::tTimeline layers = golden::Layers();
-    for (int i = 0; i < demo::TRACK_COUNT; i++)
-        EXPECT_TRUE(layers.contains(demo::TrackName(demo::eTrack(i))))
-            << demo::TrackName(demo::eTrack(i));
+    for (const char *track : demo::kTrackNames)
+        EXPECT_TRUE(layers.contains(track)) << track;
     std::map<std::string, std::string> names;
     cHashes hashes = cHashes::Read();
     for (const cStill &still : StillsOfLayers({1280, 720})) {
