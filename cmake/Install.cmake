@@ -1,7 +1,7 @@
 # Where everything goes when vyr is installed. Three components:
 #
 #   show         lib/vyr/show: the finished show, a folder; bin/vyr starts it from there
-#   tools        libvyr, and bin/vyr-new, vyr-record, vyr-tracks, vyr-check, vyr-studio
+#   tools        libvyr, and bin/vyr-new, vyr-record, vyr-tracks, vyr-check, vyr-studio, vyr-farm
 #   development  what shows and other programs are built with: find_package(vyr)
 
 include(GNUInstallDirs)
@@ -82,11 +82,14 @@ set(vyr_tools vyr-new vyr-record vyr-tracks vyr-check vyr-studio)
 set_target_properties(${vyr_tools} PROPERTIES INSTALL_RPATH "$ORIGIN/../${CMAKE_INSTALL_LIBDIR}")
 install(TARGETS ${vyr_tools} RUNTIME COMPONENT tools)
 install(FILES packaging/vyr-studio.desktop DESTINATION share/applications COMPONENT tools)
+install(PROGRAMS ${PROJECT_BINARY_DIR}/bin/vyr-farm TYPE BIN COMPONENT tools)
+install(DIRECTORY tools/farm/vyr_farm DESTINATION lib/vyr/farm COMPONENT tools
+    FILES_MATCHING PATTERN *.py)
 
 # A manual page a program, compressed as a Debian system keeps them; -n: no time in it, so that two
 # builds give the same file.
 find_program(VYR_GZIP gzip REQUIRED)
-foreach(page vyr vyr-new vyr-record vyr-tracks vyr-check vyr-studio)
+foreach(page vyr vyr-new vyr-record vyr-tracks vyr-check vyr-studio vyr-farm)
     set(manual ${PROJECT_BINARY_DIR}/packaging/${page}.1)
     configure_file(packaging/man/${page}.1.in ${manual} @ONLY)
     add_custom_command(OUTPUT ${manual}.gz COMMAND ${VYR_GZIP} -9nkf ${manual} DEPENDS ${manual}

@@ -28,9 +28,12 @@ set(CPACK_DEBIAN_PACKAGE_SECTION video)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
 # libepoxy opens these two itself, where no tool sees it.
 set(CPACK_DEBIAN_PACKAGE_DEPENDS "libgl1, libegl1")
-# the recorder's encoder and the typeface of its labels; what a show is built with
+# the recorder's encoder and the typeface of its labels; what vyr-farm is written in; what a show is
+# built with
 set(CPACK_DEBIAN_PACKAGE_RECOMMENDS
-    "ffmpeg, fonts-dejavu-core, g++, make, cmake, pkg-config, libepoxy-dev")
+    "ffmpeg, fonts-dejavu-core, python3, g++, make, cmake, pkg-config, libepoxy-dev")
+# on what vyr-farm runs
+set(CPACK_DEBIAN_PACKAGE_SUGGESTS "slurm-client, parallel, openssh-client, rsync")
 # pictures and music do not get smaller
 set(CPACK_DEBIAN_COMPRESSION_TYPE gzip)
 

@@ -6,10 +6,11 @@ fail() {
     exit 1
 }
 
-# wanted_packages [SECTION]: those above the first section of packages.txt ("# checks", "# bench"),
+# wanted_packages [SECTION]: those above the first section of packages.txt ("# checks", "# bench",
+# "# farm"),
 # and those of SECTION.
 wanted_packages() {
-    awk -v wanted="${1:-}" '/^# (checks|bench)$/ { section = $2 }
+    awk -v wanted="${1:-}" '/^# (checks|bench|farm)$/ { section = $2 }
         !/^#/ && NF && (section == "" || section == wanted) { print $1 }' packages.txt
 }
 

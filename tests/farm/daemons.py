@@ -14,9 +14,12 @@ from pathlib import Path
 HANG = 600  # seconds: what takes longer hangs, on the busiest machine too
 
 
-def wait_until(holds, what):
+def wait_until(holds, what, process=None):
+    """Fails when it takes too long, or when `process` ends before."""
     end = time.monotonic() + HANG
     while not holds():
+        if process and process.poll() is not None:
+            raise RuntimeError(f"{what}: {process.communicate()}")
         if time.monotonic() > end:
             raise TimeoutError(what)
         time.sleep(0.05)
@@ -116,6 +119,7 @@ SlurmctldPidFile={folder}/slurmctld.pid
 SlurmdPidFile={folder}/slurmd-%n.pid
 SlurmctldLogFile={folder}/slurmctld.log
 SlurmdLogFile={folder}/slurmd-%n.log
+SlurmdParameters=config_overrides
 ProctrackType=proctrack/linuxproc
 TaskPlugin=task/none
 JobAcctGatherType=jobacct_gather/none
@@ -134,12 +138,12 @@ PartitionName=render Nodes=ALL Default=YES MaxTime=INFINITE State=UP
 
 
 class Slurm:
-    """munged, slurmctld and slurmd for each node, a CPU each. A node that says nothing for `patience`
-    seconds is dead to Slurm."""
+    """munged, slurmctld and slurmd for each node, `cpus` each, whatever the machine has. A node that
+    says nothing for `patience` seconds is dead to Slurm."""
 
     programs = ("munged", "slurmctld", "slurmd", "sbatch", "squeue", "scontrol")
 
-    def __init__(self, folder, nodes=("node1", "node2"), patience=5):
+    def __init__(self, folder, nodes=("node1", "node2"), patience=5, cpus=1):
         self.folder = folder
         self.daemons = {}
         self.environment = {"SLURM_CONF": str(folder / "slurm.conf")}
@@ -149,7 +153,7 @@ class Slurm:
         (folder / "munge/key").write_bytes(secrets.token_bytes(1024))
         (folder / "munge/key").chmod(0o600)
         host = socket.gethostname()
-        lines = "\n".join(f"NodeName={name} NodeHostname={host} NodeAddr=127.0.0.1 Port={free_port()} CPUs=1"
+        lines = "\n".join(f"NodeName={name} NodeHostname={host} NodeAddr=127.0.0.1 Port={free_port()} CPUs={cpus}"
                           for name in nodes)
         (folder / "slurm.conf").write_text(
             SLURM_CONF.format(host=host, port=free_port(), user=getpass.getuser(), folder=folder,
@@ -255,12 +259,15 @@ class Host:
         self.client = SSH_CONF.format(known=known, **vars(self))
         command = [Slurm.find("sshd"), "-D", "-e", "-f", str(self.folder / "sshd.conf")]
         if hidden:  # a file system of its own there
-            command = ["unshare", "--mount", "sh", "-c", f"mount -t tmpfs none {hidden} && exec \"$@\"", "sh", *command]
+            command = ["unshare", "--mount", "sh", "-c", 'mount -t tmpfs none "$1" && shift && exec "$@"', "sh",
+                       hidden, *command]
         Path("/run/sshd").mkdir(exist_ok=True)
         self.daemon = Daemon("sshd", command, self.folder)
         wait_until(self.answers, "sshd")
 
     def answers(self):
+        if self.daemon.process.poll() is not None:
+            raise RuntimeError(self.daemon.log.read_text(encoding="utf-8"))
         with socket.socket() as probe:
             return probe.connect_ex(("127.0.0.1", self.port)) == 0
 
@@ -273,4 +280,4 @@ class Host:
 
 def write_ssh_config(path, hosts):
     path.write_text("".join(host.client for host in hosts), encoding="utf-8")
-    return f"ssh -F {path} -o BatchMode=yes -o StrictHostKeyChecking=yes -o ConnectTimeout=15"
+    return f"ssh -F {path}"

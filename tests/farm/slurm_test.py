@@ -39,8 +39,8 @@ class OnSlurm(FarmTest):
         self.plan(*self.gate.option)
         self.gate.shut()
 
-    def wait_for(self, holds, what):
-        daemons.wait_until(holds, what)
+    def wait_for(self, holds, what, process=None):
+        daemons.wait_until(holds, what, process)
 
     def expect_video(self):
         self.assertEqual(list((self.farm_folder / "tries").iterdir()), [])
@@ -81,7 +81,7 @@ class Jobs(OnSlurm):
     def test_go_on_when_the_wait_is_interrupted(self):
         self.shut()
         waiting = self.start("--wait")
-        self.wait_for(lambda: self.gate.is_reached("node1") or self.gate.is_reached("node2"), "a piece")
+        self.wait_for(lambda: self.gate.is_reached("node1") or self.gate.is_reached("node2"), "a piece", waiting)
         waiting.send_signal(signal.SIGINT)
         said, errors = waiting.communicate()
         jobs = said.split()[1].replace(",", " ")
@@ -113,7 +113,7 @@ class Jobs(OnSlurm):
     def test_that_are_cancelled_end_the_wait(self):
         self.shut()
         waiting = self.start("--wait")
-        self.wait_for(lambda: self.slurm.jobs("RUNNING"), "a piece")
+        self.wait_for(lambda: self.slurm.jobs("RUNNING"), "a piece", waiting)
         self.slurm.run("scancel", *(self.farm_folder / "jobs.txt").read_text(encoding="utf-8").split())
         _, errors = waiting.communicate()
         self.assertEqual(waiting.returncode, 1)
@@ -141,7 +141,7 @@ class Faults(OnSlurm):
     def test_a_node_that_dies_in_the_middle_of_a_piece(self):
         self.shut()
         waiting = self.start("--wait")
-        self.wait_for(lambda: self.gate.is_reached("node1") and self.gate.is_reached("node2"), "a piece on each node")
+        self.wait_for(lambda: self.gate.is_reached("node1") and self.gate.is_reached("node2"), "a piece on each node", waiting)
         self.slurm.kill_node("node2")
         self.addCleanup(self.slurm.start_node, "node2")
         self.gate.open()

@@ -3,6 +3,7 @@
 import os
 import signal
 import subprocess
+import tempfile
 import unittest
 from pathlib import Path
 
@@ -21,13 +22,15 @@ class OverSsh(FarmTest):
         self.farm_folder = work / "show.farm"
         self.gate = Gate(self.folder / "gate")
         self.addCleanup(self.gate.open)
-        self.known = self.folder / "known_hosts"
-        self.hosts = {name: daemons.Host(self.folder / "hosts", name, self.known,
+        keys = tempfile.TemporaryDirectory(prefix="vyr-ssh-")
+        self.addCleanup(keys.cleanup)
+        self.known = Path(keys.name) / "known_hosts"
+        self.hosts = {name: daemons.Host(Path(keys.name), name, self.known,
                                          hidden=work if self.apart else None, environment=f"VYR_HOST={name}")
                       for name in ("anna", "bert")}
         for host in self.hosts.values():
             self.addCleanup(host.stop)
-        self.ssh = daemons.write_ssh_config(self.folder / "ssh config", self.hosts.values())
+        self.ssh = daemons.write_ssh_config(Path(keys.name) / "config", self.hosts.values())
 
     def command(self, *more, hosts="anna,bert"):
         return ["parallel", *self.recording(*self.gate.option), "--hosts", hosts, "--ssh", self.ssh, *more]
@@ -73,7 +76,7 @@ class Shared(OverSsh):
     def test_a_machine_that_dies_in_the_middle_of_a_piece(self):
         self.shut()
         farm = self.start()
-        daemons.wait_until(lambda: self.is_reached("anna", "bert"), "a piece on each machine")
+        daemons.wait_until(lambda: self.is_reached("anna", "bert"), "a piece on each machine", farm)
         self.hosts["bert"].kill()
         self.gate.open()
         _, errors = farm.communicate()
@@ -100,7 +103,7 @@ class Shared(OverSsh):
         self.make(1)
         self.gate.shut()
         farm = self.start()
-        daemons.wait_until(lambda: self.is_reached("anna", "bert"), "a piece on each machine")
+        daemons.wait_until(lambda: self.is_reached("anna", "bert"), "a piece on each machine", farm)
         farm.send_signal(signal.SIGINT)
         _, errors = farm.communicate()
         self.assertEqual(farm.returncode, 130)
@@ -185,7 +188,7 @@ class Apart(OverSsh):
     def test_a_machine_that_dies_in_the_middle_of_a_piece(self):
         self.shut()
         farm = self.start()
-        daemons.wait_until(lambda: self.is_reached("anna", "bert"), "a piece on each machine")
+        daemons.wait_until(lambda: self.is_reached("anna", "bert"), "a piece on each machine", farm)
         self.hosts["bert"].kill()
         self.gate.open()
         _, errors = farm.communicate()
@@ -195,7 +198,7 @@ class Apart(OverSsh):
     def test_an_interruption_leaves_no_copies(self):
         self.shut()
         farm = self.start()
-        daemons.wait_until(lambda: self.is_reached("anna", "bert"), "a piece on each machine")
+        daemons.wait_until(lambda: self.is_reached("anna", "bert"), "a piece on each machine", farm)
         farm.send_signal(signal.SIGINT)
         farm.communicate()
         self.assertEqual(farm.returncode, 130)

@@ -56,6 +56,14 @@ TEST(Manual, StudioPageNamesTheOptionsThatItHas)
     EXPECT_EQ(LongOptions(PageOf("vyr-studio")), LongOptions(HelpOf("vyr-studio", {})));
 }
 
+TEST(Manual, FarmPageNamesTheOptionsOfAllCommands)
+{
+    std::string help = HelpOf("vyr-farm", {});
+    for (const char *command : {"slurm", "parallel", "plan", "piece", "missing", "join"})
+        help += HelpOf("vyr-farm", {command});
+    EXPECT_EQ(LongOptions(PageOf("vyr-farm")), LongOptions(help));
+}
+
 TEST(Manual, TracksPageNamesTheOptionsOfAllCommands)
 {
     std::string help = HelpOf("vyr-tracks", {});

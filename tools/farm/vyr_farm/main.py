@@ -75,7 +75,7 @@ def make_parser(version):
     add_recording(over_ssh)
     over_ssh.add_argument("--hosts", required=True, metavar="HOST,HOST...", help="as ssh knows them")
     over_ssh.add_argument("--jobs", type=parts, default=1, metavar="N", help="pieces at a time on a machine [1]")
-    over_ssh.add_argument("--ssh", default=parallel.SSH, metavar="COMMAND", help="how to log in [ssh, asking nothing]")
+    over_ssh.add_argument("--ssh", default="ssh", metavar="COMMAND", help="how to start ssh, as in 'ssh -F FILE' [ssh]")
     add_recording(add("plan", run_plan, "write the scripts for both, and run nothing"))
     for name, run, text in (("piece", run_piece, "make piece K of a plan, as its scripts do"),
                             ("missing", run_missing, "print the pieces of a plan that are still to be made"),

@@ -17,8 +17,8 @@ from .failure import Failure, last_line
 from .progress import Progress
 
 # Nothing is asked. A machine that dies without a word is given up after a minute.
-SSH = ("ssh -o BatchMode=yes -o StrictHostKeyChecking=yes -o ConnectTimeout=15 "
-       "-o ServerAliveInterval=15 -o ServerAliveCountMax=4")
+ASKING_NOTHING = ("-o BatchMode=yes -o StrictHostKeyChecking=yes -o ConnectTimeout=15 "
+                  "-o ServerAliveInterval=15 -o ServerAliveCountMax=4")
 HOST = re.compile(r"[A-Za-z0-9_][A-Za-z0-9_.-]*(@[A-Za-z0-9_][A-Za-z0-9_.-]*)?")
 SECONDS_BETWEEN_LOOKS = 1
 
@@ -45,7 +45,7 @@ def look_at(name, ssh, plan, version, token):
     program = str(scripts.program())
     folder = shlex.quote(str(plan.folder / token))
     script = f"{shlex.quote(program)} --version && {{ test -e {folder} && echo shared || echo apart; }}"
-    done = subprocess.run([*shlex.split(ssh), name, script], stdin=subprocess.DEVNULL,
+    done = subprocess.run([*ssh.split(), name, script], stdin=subprocess.DEVNULL,
                           capture_output=True, text=True, errors="replace", check=False)
     if done.returncode == 255:
         return refused(name, done.stderr)
@@ -94,8 +94,8 @@ def require(*names):
 
 
 def run(plan, hosts, options, ssh, version):
-    """Makes the pieces on `hosts` and joins them here."""
-    require("parallel", "ssh")
+    """Makes the pieces on `hosts` and joins them here. `ssh` is a command, in words between blanks."""
+    ssh = f"{ssh} {ASKING_NOTHING}"
     if check.missing(plan):
         up = find_hosts(hosts, ssh, plan, version)
         is_shared = all(host.has_folder for host in up)

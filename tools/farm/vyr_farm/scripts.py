@@ -63,7 +63,7 @@ hosts=$1
 shift
 {farm} missing "$folder" |
     parallel --will-cite --ssh "${{VYR_FARM_SSH:-ssh}}" --sshlogin "$hosts" --jobs 1 --retries 4 \\
-        --joblog "$folder/logs/parallel.log" "$@" {farm} piece "$folder" {{}}
+        --joblog "$folder/logs/parallel.log" "$@" {there}
 """
 
 COPIES = """\
@@ -97,7 +97,7 @@ cd "$folder" || exit
 {farm} missing "$folder" |
     parallel --will-cite --ssh "$ssh" --sshlogin "$hosts" --jobs 1 --retries 4 \\
         --joblog "$folder/logs/parallel.log" --workdir "$copy" \\
-        --return pieces/{{}}.txt --return pieces/{{}}.mp4 "$@" {farm} piece . {{}}
+        --return pieces/{{}}.txt --return pieces/{{}}.mp4 "$@" {apart}
 """
 
 TEXTS = {"piece.sh": PIECE, "join.sh": JOIN, "slurm.sh": SLURM, "parallel.sh": PARALLEL,
@@ -115,6 +115,9 @@ def write(plan):
     words = {"name": "".join(c if c.isalnum() or c in "._-" else "_" for c in Path(plan.output).name),
              "folder": shlex.quote(folder),
              "farm": shlex.quote(str(program())),
+             # commands for a shell on another machine, in one word for the one here
+             "there": shlex.quote(shlex.join([str(program()), "piece", folder]) + " {}"),
+             "apart": shlex.quote(shlex.join([str(program()), "piece", "."]) + " {}"),
              "copy": f".cache/vyr-farm/{place}"}
     for name, text in TEXTS.items():
         path = plan.folder / name
