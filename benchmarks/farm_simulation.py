@@ -30,7 +30,6 @@ SHOW_MB, VIDEO_MB_OF_A_MEGAPIXEL = 22, 0.021  # the second: of each picture
 # Assumed.
 DISK_MB_A_SECOND = 1000  # of a shared disk, over a network of 10 Gbit/s
 SPEED_SPREAD = 0.05  # of the machines, a standard deviation
-DEATHS = 1 / 500  # of a machine in a piece
 SECONDS_UNTIL_A_DEATH_IS_NOTICED = 300  # Slurm's default
 
 MACHINES = (1, 2, 8, 64, 256, 1000)
@@ -48,25 +47,32 @@ class Disk:
         return self.free
 
 
-def make_pieces(prices, machines):
-    """When the last piece is made, in seconds after the submission."""
-    chance = random.Random(20)
-    speeds = [chance.gauss(1.0, SPEED_SPREAD) for _ in range(machines)]
-    disk, starts, end = Disk(), 0.0, 0.0
+def make_pieces(prices, machines, one_dies=False):
+    """When the last piece is made, in seconds after the submission. `one_dies`: the first machine, in the
+    middle of its first piece."""
+    speeds = spread_speeds(machines)
+    disk, start, end = Disk(), 0.0, 0.0
     idle = [(0.0, number) for number in range(machines)]  # when, which
     waiting = [(0.0, price) for price in prices]  # not before, seconds of a CPU
     while waiting:
         free, machine = heapq.heappop(idle)
         ready, price = waiting.pop(0)
-        starts = max(starts + 1 / TASKS_A_SECOND, free, ready)
-        drawn = disk.read(starts, SHOW_MB) + price / speeds[machine]
-        if chance.random() < DEATHS and machines > 1:
-            died = starts + chance.random() * (drawn - starts)
-            waiting.append((died + SECONDS_UNTIL_A_DEATH_IS_NOTICED, price))
-            continue  # this machine does not come back
+        start = max(start + 1 / TASKS_A_SECOND, free)
+        began = max(start, ready)
+        drawn = disk.read(began, SHOW_MB) + price / speeds[machine]
+        if one_dies and machine == 0:
+            waiting.append(((began + drawn) / 2 + SECONDS_UNTIL_A_DEATH_IS_NOTICED, price))
+            continue  # it does not come back
         end = max(end, drawn)
         heapq.heappush(idle, (drawn + SECONDS_BETWEEN_TASKS, machine))
     return end
+
+
+def spread_speeds(machines):
+    """1 on average."""
+    chance = random.Random(1)
+    speeds = [chance.gauss(1.0, SPEED_SPREAD) for _ in range(machines)]
+    return [speed * machines / sum(speeds) for speed in speeds]
 
 
 def join(pieces, megabytes):
@@ -77,6 +83,10 @@ def duration(seconds):
     minutes, seconds = divmod(round(seconds), 60)
     hours, minutes = divmod(minutes, 60)
     return f"{hours}:{minutes:02}:{seconds:02}"
+
+
+def when_one_dies(pieces, machines, joined):
+    return duration(make_pieces(pieces, machines, True) + joined) if machines > 1 else "never"
 
 
 def main():
@@ -98,8 +108,8 @@ def main():
     print(f"{head.recording()}\nmeasured: a piece's start {measured.start:.2f} s, all frames {sum(measured.frames):.0f} s "
           f"(dearest {max(measured.frames):.2f}, cheapest {min(measured.frames):.2f}), sound {measured.sound:.2f} s, of "
           f"one CPU; load {os.getloadavg()[0]:.1f} on {os.cpu_count()} CPUs\n\n"
-          "| machines | pieces | a piece | all pieces | join | in all | times as fast | of the machines' time, used |\n"
-          "|---|---|---|---|---|---|---|---|")
+          "| machines | pieces | a piece | all pieces | join | in all | times as fast | of the machines' time | when one dies |\n"
+          "|---|---|---|---|---|---|---|---|---|")
     for machines in MACHINES:
         for more in PIECES_OF_A_MACHINE:
             pieces = [price for _, _, price in costs.divide(measured, head, machines * more)] \
@@ -109,7 +119,8 @@ def main():
             drawn, joined = make_pieces(pieces, machines), join(len(pieces), megabytes)
             total = drawn + joined
             print(f"| {machines} | {len(pieces)} | {max(pieces):.1f} s | {duration(drawn)} | {joined:.0f} s | "
-                  f"{duration(total)} | {whole / total:.1f} | {100 * whole / total / machines:.0f} % |")
+                  f"{duration(total)} | {whole / total:.1f} | {100 * whole / total / machines:.0f} % | "
+                  f"{when_one_dies(pieces, machines, joined)} |")
 
 
 main()

@@ -77,6 +77,12 @@ class Measuring(unittest.TestCase):
         self.assertLessEqual(costs.sampling_rate(self.head("64x36", "30000/1001", 59), 50), 30)
 
 
+    def test_leaves_out_what_is_compiled_at_the_first_use(self):
+        self.assertEqual(costs.without_spikes([9.0, 1.0, 1.0, 7.0, 1.0, 3.0, 3.0, 3.0, 8.0]),
+                         [1.0, 1.0, 1.0, 1.0, 3.0, 3.0, 3.0, 3.0, 3.0])
+        self.assertEqual(costs.without_spikes([9.0, 1.0]), [9.0, 1.0])
+
+
 class Heads(unittest.TestCase):
     TEXT = ("Night, (a, b) (00112233445566778899aabbccddeeff), 64x36, 30000/1001 frames a second, frames 2-9, "
             "drawn by llvmpipe (LLVM 15.0.6, 256 bits), OpenGL 4.5")

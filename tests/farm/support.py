@@ -144,5 +144,8 @@ PATH=${{PATH#*:}} exec ffmpeg "$@"
     def fail(self, times):
         (self.folder / "failures").write_text("once more\n" * times, encoding="utf-8")
 
+    def failures_left(self):
+        return len((self.folder / "failures").read_text(encoding="utf-8").splitlines())
+
     def is_reached(self, where):
         return (self.folder / f"waiting-{where}").exists()

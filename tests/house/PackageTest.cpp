@@ -67,9 +67,8 @@ TEST_F(Package, LauncherTakesNoArguments)
 TEST_F(Package, ToolsRunAndTellTheOneVersion)
 {
     for (const fs::path &root : {Deb(), Archive()})
-        for (const char *name : {"vyr", "vyr-new", "vyr-record", "vyr-tracks", "vyr-check", "vyr-studio"}) {
-        for (const char *name :
-             {"vyr", "vyr-new", "vyr-record", "vyr-tracks", "vyr-check", "vyr-farm"}) {
+        for (const char *name : {"vyr", "vyr-new", "vyr-record", "vyr-tracks", "vyr-check",
+                                 "vyr-studio", "vyr-farm"}) {
             const auto result = test::Run({root / "bin" / name, "--version"}, "/");
             EXPECT_EQ(result.mOutput, std::string(name) + " " VYR_VERSION "\n") << root;
         }

@@ -76,6 +76,16 @@ TEST_F(BadInput, UsageErrorsNameTheOption)
     for (const char *part : {"0/4", "5/4", "1", "1/0", "a/b", "-1/4", "1/4/2", "1.5/4"})
         Expect(video + tWords{"--part", part}, 2, "--part");
     Expect(video + tWords{"--to", "1", "--part", "1/100"}, 2, "--part");
+    for (const char *frames : {"3", "5-4", "-1-4", "a-b", "1-2-3", "1.5-4", "0-99999999999999999"})
+        Expect(video + tWords{"--frames", frames}, 2, "--frames");
+    Expect(video + tWords{"--from", "176", "--frames", "599-700"}, 2, "are 600-");
+    Expect(video + tWords{"--to", "176", "--frames", "0-600"}, 2, "are 0-599");
+    Expect(video + tWords{"--frames", "1-2", "--part", "1/2"}, 2, "--frames");
+    Expect({"--describe", "--manifest", "m.txt"}, 2, "--manifest");
+    Expect({"--describe", "-o", "a.png"}, 2, ".mp4");
+    Expect({"--pictures", "list.txt"}, 2, "--output");
+    Expect(video + tWords{"--pictures", "list.txt", "--manifest", "m.txt"}, 2, "--manifest");
+    Expect({"--manifest", "m.txt", "--costs", "m.txt"}, 2, "two results");
     Expect({"--sheet", "-o", "a.png", "--every", "0"}, 2, "--every");
     Expect({"--sheet", "-o", "a.png", "--columns", "0"}, 2, "--columns");
     Expect(video + tWords{"--every", "2"}, 2, "--every");
@@ -90,6 +100,9 @@ TEST_F(BadInput, OutputThatCannotBeWrittenIsNamed)
     Expect(kSmall + tWords{"--to", "5", "-o", "no/folder/a.mp4"}, 1, "no/folder/a.mp4");
     Expect(kSmall + tWords{"--to", "5", "--manifest", "no/folder/m.txt"}, 1, "no/folder/m.txt");
     Expect(kSmall + tWords{"--to", "5", "--flash-report", "no/f.txt"}, 1, "no/f.txt");
+    Expect(kSmall + tWords{"--to", "5", "--costs", "no/c.txt"}, 1, "no/c.txt");
+    Expect(kSmall + tWords{"--to", "5", "--costs", "/dev/full"}, 1, "No space left");
+    Expect(kSmall + tWords{"--to", "5", "-o", "a.mp4", "--pictures", "none.txt"}, 1, "none.txt");
     Expect(kSmall + tWords{"--to", "5", "--manifest", "/dev/full"}, 1, "No space left");
     Expect({"--still", "5", "-o", "no/folder/a.png"}, 1, "no/folder/a.png");
     Expect({"--sheet", "-o", "no/folder/a.png"}, 1, "no/folder/a.png");

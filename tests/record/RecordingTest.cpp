@@ -82,6 +82,64 @@ TEST_F(Recording, AnyBeginningIsAPieceOfTheWhole)
     EXPECT_EQ(tWords(whole.end() - long(end.size()), whole.end()), end);
 }
 
+// The tunnel's depth comes from the frame before; the borders are those of no equal pieces.
+TEST_F(Recording, FramesAreAPieceOfTheWhole)
+{
+    const tWords words = kSmall + tWords{"--from", "1270", "--to", "1340"};
+    const tWords whole = Manifest(words);
+    const std::string head = test::ReadFile(Folder() / "manifest.txt").substr(0, 200);
+    const int64_t first = std::stoll(whole.front()), last = std::stoll(whole.back());
+    tWords all;
+    for (const auto &[from, to] :
+         {std::pair(first, first), {first + 1, last - 40}, {last - 39, last}})
+        all = all +
+              Manifest(words + tWords{"--frames", std::to_string(from) + "-" + std::to_string(to)});
+    EXPECT_EQ(all, whole);
+    EXPECT_EQ(test::ReadFile(Folder() / "manifest.txt").substr(0, head.find('\n')),
+              head.substr(0, head.find('\n')));
+}
+
+// What pieces have to have in common.
+TEST_F(Recording, SaysWhatItIsOf)
+{
+    const tWords words = kSmall + tWords{"--from", "176", "--to", "178"};
+    Manifest(words);
+    const std::string manifest = test::ReadFile(Folder() / "manifest.txt");
+    const auto describe = [&](const std::string &show) {
+        return test::Run(tWords{VYR_RECORD, "--show", show, "--describe"} + words, Folder())
+            .mOutput;
+    };
+    const std::string said = describe("show");
+    EXPECT_EQ(manifest.substr(0, manifest.find('\n') + 1), "# " + said);
+    EXPECT_THAT(said,
+                testing::HasSubstr("), 64x36, 30 frames a second, frames 300-303, drawn by "));
+    fs::copy(Folder() / "show", Folder() / "copy", fs::copy_options::recursive);
+    EXPECT_EQ(describe("copy"), said);
+    test::WriteFile(Folder() / "copy/data/more.txt", "x");
+    EXPECT_NE(describe("copy"), said);
+    fs::rename(Folder() / "copy/data/more.txt", Folder() / "copy/note.txt"); // no part of the show
+    EXPECT_EQ(describe("copy"), said);
+    fs::remove_all(Folder() / "copy");
+}
+
+TEST_F(Recording, SaysWhatEachFrameCosts)
+{
+    const tWords words = kSmall + tWords{"--from", "1270", "--to", "1340", "--costs", "costs.txt"};
+    const tWords frames = Manifest(words);
+    const tWords costs = ManifestLines(Folder() / "costs.txt");
+    ASSERT_EQ(costs.size(), frames.size());
+    for (size_t i = 0; i < costs.size(); i++) {
+        std::istringstream line(costs[i]), expected(frames[i]);
+        std::string frame, row, expectedFrame, expectedRow;
+        double clock = 0, processor = 0;
+        EXPECT_TRUE(line >> frame >> row >> clock >> processor) << costs[i];
+        expected >> expectedFrame >> expectedRow;
+        EXPECT_EQ(frame + row, expectedFrame + expectedRow);
+        EXPECT_GT(clock, 0);
+        EXPECT_GT(processor, 0);
+    }
+}
+
 TEST_F(Recording, FramesKeepTheirNumbersAndRows)
 {
     const tWords lines = Manifest({"--size", "64x36", "--from", "176", "--to", "176.5"});
@@ -173,6 +231,14 @@ TEST_F(Recording, IsSilentAfterTheMusicsEnd)
 class Joining : public Recording
 {
 protected:
+    static std::string PacketTimes(const std::string &name, const std::string &stream)
+    {
+        return test::Run({"ffprobe", "-v", "error", "-select_streams", stream, "-show_entries",
+                          "packet=pts,dts,duration", "-of", "csv", name},
+                         Folder())
+            .mOutput;
+    }
+
     static inline const tWords kRange = kSmall + tWords{"--from", "8.8", "--to", "105.6"};
 
     // Rows 8.8 to 105.6, 5.5 seconds, in one piece.
@@ -234,6 +300,28 @@ TEST_F(Joining, GivesTheWholeFrameForFrameAndLeavesNoSeamInTheSound)
                   Probe(Folder() / "whole.mp4", "v:0", "stream=r_frame_rate,start_time,duration"));
         ExpectTheSoundOfTheWhole();
     }
+}
+
+// The recorder's own way to join: sound and captions as in the whole, packet by packet. The borders
+// are anywhere, and so is no group of pictures of the whole.
+TEST_F(Joining, OfPicturesIsTheWhole)
+{
+    const tWords range = kSmall + tWords{"--from", "8.8", "--to", "105.6"};
+    Make(range + tWords{"-o", "whole.mp4"});
+    std::string list;
+    for (const auto &[from, to] : {std::pair(15, 41), {42, 118}, {119, 179}}) {
+        const std::string name = "piece" + std::to_string(from) + ".mp4";
+        Make(range +
+             tWords{"-o", name, "--frames", std::to_string(from) + "-" + std::to_string(to)});
+        list += "file " + name + "\ninpoint 0us\nduration " +
+                std::to_string((to + 1) * 1000000 / 30 - from * 1000000 / 30) + "us\n";
+    }
+    test::WriteFile(Folder() / "pieces.txt", list);
+    Make(range + tWords{"-o", "joined.mp4", "--pictures", "pieces.txt"});
+    EXPECT_EQ(DecodedFrames(Folder() / "joined.mp4").size(), 165u);
+    EXPECT_EQ(DecodedSound(Folder() / "joined.mp4"), DecodedSound(Folder() / "whole.mp4"));
+    for (const char *stream : {"v:0", "a:0"})
+        EXPECT_EQ(PacketTimes("joined.mp4", stream), PacketTimes("whole.mp4", stream));
 }
 
 // Lyric 0 shows from bar 8 on, from the row at which its fade passes a tenth: row 260 is 0.227 s

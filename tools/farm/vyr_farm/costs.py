@@ -57,10 +57,15 @@ def read_samples(path):
     driver = recorder.Head.parse(lines[0]).driver
     column = 3 if is_software(driver) else 2
     words = [line.split() for line in lines if not line.startswith("#")]
-    samples = [(int(word[0]), float(word[column]) / 1000) for word in words]
-    if len(samples) > 1:  # the driver compiles its shaders at the first frame
-        samples[0] = (samples[0][0], samples[1][1])
-    return samples, driver
+    prices = without_spikes([float(word[column]) / 1000 for word in words])
+    return [(int(word[0]), price) for word, price in zip(words, prices)], driver
+
+
+def without_spikes(prices):
+    """Each is the middle one of itself and its neighbours: where something is drawn for the first time
+    the driver compiles its shaders, once in a recording and not in every frame from there on."""
+    padded = [*prices[1:2], *prices, *prices[-2:-1]]
+    return [sorted(padded[at:at + 3])[1] for at in range(len(prices))] if len(prices) > 2 else prices
 
 
 def measure(options, head, parts, environment):
