@@ -35,8 +35,8 @@ class OverSsh(FarmTest):
     def command(self, *more, hosts="anna,bert"):
         return ["parallel", *self.recording(*self.gate.option), "--hosts", hosts, "--ssh", self.ssh, *more]
 
-    def start(self, *more):
-        return subprocess.Popen([str(FARM), *map(str, self.command(*more))], stdout=subprocess.PIPE,
+    def start(self, *before):
+        return subprocess.Popen([*before, str(FARM), *map(str, self.command())], stdout=subprocess.PIPE,
                                 stderr=subprocess.PIPE, text=True)
 
     def shut(self):
@@ -194,11 +194,12 @@ class Apart(OverSsh):
         self.assertEqual(farm.returncode, 0, errors)
         self.expect_whole()
 
-    def test_an_interruption_leaves_no_copies(self):
+    def test_an_end_in_the_background_leaves_no_copies(self):
         self.shut()
-        farm = self.start()
+        # what a shell starts in the background does not hear Ctrl-C
+        farm = self.start("sh", "-c", 'trap "" INT; exec "$@"', "sh")
         daemons.wait_until(lambda: self.is_reached("anna", "bert"), "a piece on each machine", farm)
-        farm.send_signal(signal.SIGINT)
+        farm.send_signal(signal.SIGTERM)
         farm.communicate()
         self.assertEqual(farm.returncode, 130)
         self.expect_no_copies()

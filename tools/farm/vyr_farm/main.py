@@ -137,7 +137,8 @@ def end_in_order(*_):
 
 def main(version):
     for polite in (signal.SIGTERM, signal.SIGHUP):
-        signal.signal(polite, end_in_order)
+        if signal.getsignal(polite) != signal.SIG_IGN:  # as nohup has it
+            signal.signal(polite, end_in_order)
     sys.stdout.reconfigure(errors="surrogateescape")  # names of files may be any bytes
     try:
         wanted = make_parser(version).parse_args()

@@ -111,7 +111,7 @@ def make_pieces(plan, command, ssh):
     progress = Progress(plan)
     process = subprocess.Popen(["sh", *command], stdin=subprocess.DEVNULL, stdout=subprocess.PIPE,
                                stderr=subprocess.STDOUT, env={**os.environ, "VYR_FARM_SSH": ssh},
-                               start_new_session=True)
+                               start_new_session=True, preexec_fn=hear_interrupts)
     reader = Thread(target=keep_messages, args=(plan, process.stdout))
     reader.start()
     try:
@@ -127,6 +127,11 @@ def make_pieces(plan, command, ssh):
         reader.join()
         progress.end()
     progress.show()
+
+
+def hear_interrupts():
+    """In a process of its own that a shell has started in the background, too."""
+    signal.signal(signal.SIGINT, signal.SIG_DFL)
 
 
 def keep_messages(plan, lines):
