@@ -79,8 +79,14 @@ function(vyr_add_show name)
     add_dependencies(${name} ${name}-show ${name}-tracks)
 endfunction()
 
-# Waiting.
+# Waiting, and what ./web test needs besides.
 if(PROJECT_IS_TOP_LEVEL)
+    vyr_add_web_program(web-layer EXCLUDE_FROM_ALL tests/web/LayerTest.cpp tests/web/LayerMain.cpp
+        /usr/src/googletest/googletest/src/gtest-all.cc) # libgtest-dev has it in source as well
+    target_include_directories(web-layer SYSTEM PRIVATE /usr/src/googletest/googletest
+        /usr/src/googletest/googletest/include)
+    target_compile_options(web-layer PRIVATE -Wno-unused-command-line-argument)
+
     vyr_add_show(site SOURCES demo/Frame.cpp demo/Show.cpp demo/Tunnel.cpp demo/Waiting.cpp
         TIMELINE content/timeline.txt DATA data)
 endif()

@@ -7,10 +7,9 @@ fail() {
 }
 
 # wanted_packages [SECTION]: those above the first section of packages.txt ("# checks", "# bench",
-# "# farm"),
-# and those of SECTION.
+# "# farm", "# web"), and those of SECTION.
 wanted_packages() {
-    awk -v wanted="${1:-}" '/^# (checks|bench|farm)$/ { section = $2 }
+    awk -v wanted="${1:-}" '/^# (checks|bench|farm|web)$/ { section = $2 }
         !/^#/ && NF && (section == "" || section == wanted) { print $1 }' packages.txt
 }
 

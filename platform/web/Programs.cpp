@@ -138,6 +138,25 @@ void vyr_glShaderSource(GLuint shader, GLsizei count, const GLchar *const *texts
     glShaderSource(shader, 1, &whole, nullptr);
 }
 
+// An empty log has a length of 1 here, for its end; desktop drivers say 0.
+static void DropEmptyLog(GLenum name, GLint *value)
+{
+    if (name == GL_INFO_LOG_LENGTH && *value == 1)
+        *value = 0;
+}
+
+void vyr_glGetShaderiv(GLuint shader, GLenum name, GLint *value)
+{
+    glGetShaderiv(shader, name, value);
+    DropEmptyLog(name, value);
+}
+
+void vyr_glGetProgramiv(GLuint program, GLenum name, GLint *value)
+{
+    glGetProgramiv(program, name, value);
+    DropEmptyLog(name, value);
+}
+
 void vyr_glLinkProgram(GLuint program)
 {
     CompleteStage(program, GL_VERTEX_SHADER, kFixedVertexShader);

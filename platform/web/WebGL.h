@@ -14,6 +14,8 @@
 #undef glValidateProgram
 #undef glShaderSource
 #undef glGetIntegerv
+#undef glGetShaderiv
+#undef glGetProgramiv
 #undef glTexImage2D
 #undef glDrawElements
 #undef glDrawArrays
@@ -31,6 +33,8 @@ void glLinkProgram(GLuint program);
 void glShaderSource(GLuint shader, GLsizei count, const GLchar *const *texts, const GLint *lengths);
 void glGetAttachedShaders(GLuint program, GLsizei room, GLsizei *count, GLuint *shaders);
 void glGetIntegerv(GLenum name, GLint *values);
+void glGetShaderiv(GLuint shader, GLenum name, GLint *value);
+void glGetProgramiv(GLuint program, GLenum name, GLint *value);
 void glTexImage2D(GLenum target, GLint level, GLint internalFormat, GLsizei width, GLsizei height,
                   GLint border, GLenum format, GLenum type, const void *pixels);
 void glDrawElements(GLenum mode, GLsizei count, GLenum type, const void *indices);

@@ -188,7 +188,7 @@ class Chromium(Browser):
              '--no-first-run', '--disable-background-networking', '--disable-component-update',
              '--use-angle=swiftshader', '--enable-unsafe-swiftshader', '--ignore-gpu-blocklist',
              '--force-device-scale-factor=1', '--hide-scrollbars', *arguments, 'about:blank'],
-            pass_fds=[3, 4, to_browser, from_browser], preexec_fn=pass_pipes, close_fds=False,
+            preexec_fn=pass_pipes, close_fds=False,
             stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
         os.close(to_browser)
         os.close(from_browser)

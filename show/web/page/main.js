@@ -216,6 +216,7 @@ player.addEventListener('described', ({detail: show}) => {
     showTime(0, true);
 });
 player.addEventListener('missing', event => note(`${event.detail.message} The show goes on without it.`));
+player.addEventListener('silence', () => note('There is no sound device: the show goes on silently.'));
 player.addEventListener('lost', () => note('The graphics were reset. One moment.', 0));
 player.addEventListener('restaged', () => { if (get('note').textContent.startsWith('The graphics')) note(''); });
 let waitTimer = 0;

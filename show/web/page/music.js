@@ -17,6 +17,7 @@ export class Music {
         this.isAsked = false; // to play
         this.onfail = () => {};
         this.onend = () => {};
+        this.onsilence = () => {}; // no sound device: it plays on, muted
         const entry = files.entry(this.path);
         if (!entry)
             throw new FileError(this.path, `${this.path} is not part of this site.`, true);
@@ -33,8 +34,24 @@ export class Music {
 
     fail() {
         const kind = this.audio.error?.code;
+        if (/Sink/i.test(this.audio.error?.message) && !this.audio.muted) {
+            this.goSilent();
+            return;
+        }
         const reason = kind === 2 ? 'the connection broke' : kind === 3 ? 'it arrived broken' : 'it is missing on the server, or no music that this browser plays';
         this.onfail(new FileError(this.path, `${this.path}: ${reason}.`, kind !== 2));
+    }
+
+    // There is no sound device: muted, the element keeps time by itself.
+    async goSilent() {
+        const place = this.shown;
+        this.audio.muted = true;
+        this.audio.load();
+        this.audio.currentTime = place;
+        this.restart();
+        if (this.isAsked)
+            await this.audio.play();
+        this.onsilence();
     }
 
     // To be called by a click or a key: sound may not begin before.

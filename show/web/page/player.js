@@ -6,6 +6,7 @@ import {Score} from './score.js';
 import {Stage} from './stage.js';
 
 const firstSeconds = 20; // what they show is there before the show may begin
+const framesPerSecond = 60; // of the recorder, whose stills are the measure
 const resizeMilliseconds = 250; // a window that is being pulled is left alone for so long
 
 export class Player extends EventTarget {
@@ -41,6 +42,7 @@ export class Player extends EventTarget {
         this.music = new Music(this.score, this.files);
         this.music.onfail = error => this.fail(error);
         this.music.onend = () => this.endOfMusic();
+        this.music.onsilence = () => this.tell('silence');
         this.tell('described', this.score.show);
         // Asked for now, all at once; the stage waits for those that it can't do without.
         const early = this.score.order(0, firstSeconds * this.rate);
@@ -227,11 +229,25 @@ export class Player extends EventTarget {
     // The picture of a place where nothing plays; it comes when its pictures are there.
     async show() {
         const row = this.row, stage = this.stage;
+        await this.bringPicked(stage, row);
+        if (this.state !== 'playing' && stage === this.stage && row === this.row)
+            this.drawStill(row);
+    }
+
+    async bringPicked(stage, row) {
         const needed = this.score.picked(row).filter(path => !stage.has(path));
         await Promise.all(needed.map(path => this.bring(stage, path)));
-        if (this.state === 'playing' || stage !== this.stage || row !== this.row)
-            return;
         stage.upload();
+    }
+
+    // One picture out of the course of the show, as the recorder draws it: what the frames before
+    // leave to it is drawn before.
+    drawStill(row) {
+        const end = Math.ceil(row / this.rate * framesPerSecond - 1e-6);
+        const before = this.score.reachingBefore(end, framesPerSecond);
+        for (const frame of new Set([before, end - 1]))
+            if (frame >= 0)
+                this.draw(frame / framesPerSecond * this.rate, frame / framesPerSecond);
         this.draw(row, row / this.rate);
     }
 

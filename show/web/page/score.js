@@ -68,4 +68,12 @@ export class Score {
             this.picked(at).forEach(file => files.add(file));
         return [...files];
     }
+
+    // The last frame before the frame `end` that leaves something to later ones; -1: there is none.
+    reachingBefore(end, framesPerSecond) {
+        let frame = end - 1;
+        while (frame >= 0 && !this.program._vyr_reaches_later(frame / framesPerSecond * this.show.rowsPerSecond))
+            frame--;
+        return frame;
+    }
 }

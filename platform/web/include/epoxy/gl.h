@@ -144,6 +144,8 @@ VYR_GL_CONSTANTS(VYR_GL_CONSTANT)
 #define glValidateProgram vyr_glValidateProgram
 #define glShaderSource vyr_glShaderSource
 #define glGetIntegerv vyr_glGetIntegerv
+#define glGetShaderiv vyr_glGetShaderiv
+#define glGetProgramiv vyr_glGetProgramiv
 #define glTexImage2D vyr_glTexImage2D
 #define glDrawElements vyr_glDrawElements
 #define glDrawArrays vyr_glDrawArrays
