@@ -4,8 +4,10 @@ Both draw without a graphics card: Firefox needs a display and draws by Mesa the
 has none and draws by SwiftShader. Each has a profile of its own, which goes with it.
 """
 import base64
+import fcntl
 import json
 import os
+import queue
 import secrets
 import shutil
 import socket
@@ -13,10 +15,9 @@ import struct
 import subprocess
 import tempfile
 import threading
-import queue
 import time
 
-PATIENCE = 900  # seconds: an answer that does not come by then never does
+PATIENCE = 300  # seconds: an answer that does not come by then never does
 
 
 class BrowserError(RuntimeError):
@@ -102,6 +103,13 @@ class Pipe:
         self.writer.close()
 
 
+def move_up(descriptor):
+    """The same file under a number from 20 on."""
+    moved = fcntl.fcntl(descriptor, fcntl.F_DUPFD_CLOEXEC, 20)
+    os.close(descriptor)
+    return moved
+
+
 class Connection:
     """Commands and their answers; events go to `listener`."""
 
@@ -155,9 +163,23 @@ class Browser:
         self.close()
 
     def wait(self, condition):
-        """Until the expression `condition` is true in the page; says what the page shows else."""
-        return self.run(f'return new Promise(done => {{ const look = () => {{ const v = ({condition});'
-                        ' v ? done(v) : setTimeout(look, 20); }; look(); })')
+        """Until the expression `condition` is true in the page. One that never comes true is given
+        up; the error says what the player does instead."""
+        return self.run('for (let i = 0; i < 2000; i++) {'
+                        f'  const value = ({condition}); if (value) return value;'
+                        '  await new Promise(done => setTimeout(done, 20)); }'
+                        'const {state, seconds, waitsFor, error, music} = window.vyr || {};'
+                        f'throw new Error({json.dumps(condition)} + " never came true: " + JSON.stringify('
+                        '[state, seconds, waitsFor, String(error), music?.audio.currentTime, music?.audio.paused]));')
+
+    def wait_long(self, condition):
+        """The same for what takes minutes."""
+        while True:
+            try:
+                return self.wait(condition)
+            except BrowserError:
+                if self.run('return vyr.state') != 'playing':
+                    raise
 
     def end(self):
         self.process.terminate()
@@ -173,14 +195,13 @@ class Chromium(Browser):
     name = 'chromium'
 
     def start(self, width, height, arguments):
-        to_read, from_browser = os.pipe()
-        to_browser, to_write = os.pipe()
+        # The browser finds commands at 3 and answers at 4: none of these ends may be there already.
+        to_read, from_browser = (move_up(end) for end in os.pipe())
+        to_browser, to_write = (move_up(end) for end in os.pipe())
 
-        def pass_pipes():  # 3: commands, 4: answers; over 10 first, so that neither is overwritten
-            os.dup2(to_browser, 13)
-            os.dup2(from_browser, 14)
-            os.dup2(13, 3)
-            os.dup2(14, 4)
+        def pass_pipes():
+            os.dup2(to_browser, 3)
+            os.dup2(from_browser, 4)
 
         self.process = subprocess.Popen(
             ['chromium', '--headless=new', '--no-sandbox', '--remote-debugging-pipe',
