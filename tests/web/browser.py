@@ -294,7 +294,7 @@ class Firefox(Browser):
         'full-screen-api.warning.timeout': 0, 'media.hardware-video-decoding.enabled': False,
         'dom.disable_open_during_load': False, 'remote.active-protocols': 1,
         'browser.tabs.unloadOnLowMemory': False, 'layout.css.devPixelsPerPx': '1.0',
-        'ui.systemUsesDarkTheme': 1,
+        'ui.systemUsesDarkTheme': 1, 'privacy.reduceTimerPrecision': False,
     }
 
     def start(self, width, height, arguments):

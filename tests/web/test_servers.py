@@ -80,7 +80,7 @@ class Fault(Faulty):
 
     def test_program_that_is_none_is_named(self):
         browser = self.open_faulty(named('program.wasm'), garbage)
-        self.assertIn('program.wasm', self.failure(browser))
+        self.assertRegex(self.failure(browser), '^program.wasm arrived broken')
 
     # A picture that a track picks is left out, and the show plays.
     def test_missing_photo_is_named_and_the_show_goes_on(self):

@@ -85,8 +85,9 @@ export class Files {
 
     // What the page itself needs: manifest.code, manifest.tracks, ...
     getOwn(name) {
+        const entry = this.manifest[name];
         if (!this.arrived.has(name))
-            this.arrived.set(name, this.fetchEntry(name, this.manifest[name]));
+            this.arrived.set(name, this.fetchEntry(entry ? entry.url.replace(/\?[^?]*$/, '') : name, entry));
         return this.arrived.get(name);
     }
 

@@ -23,7 +23,10 @@ export class Music {
             throw new FileError(this.path, `${this.path} is not part of this site.`, true);
         this.audio.src = entry.url.split('/').map(part => encodeURIComponent(part).replace('%3F', '?')).join('/');
         this.audio.addEventListener('error', () => this.fail());
-        this.audio.addEventListener('ended', () => this.onend());
+        // At its end an element may say that it has played to where the file should have ended.
+        this.heard = 0;
+        this.audio.addEventListener('timeupdate', () => { this.heard = this.audio.ended ? this.heard : this.audio.currentTime; });
+        this.audio.addEventListener('ended', () => this.onend(this.heard));
     }
 
     // The music itself may come now.
@@ -78,7 +81,7 @@ export class Music {
         if (!this.reaches(seconds))
             await this.takeWhole();
         this.audio.currentTime = seconds;
-        this.shown = seconds;
+        this.shown = this.heard = seconds;
         this.restart();
     }
 

@@ -6,6 +6,7 @@ import {Score} from './score.js';
 import {Stage} from './stage.js';
 
 const firstSeconds = 20; // what they show is there before the show may begin
+const missingSeconds = 3; // music that ends so much earlier than the show is not all of it
 const framesPerSecond = 60; // of the recorder, whose stills are the measure
 const resizeMilliseconds = 250; // a window that is being pulled is left alone for so long
 
@@ -41,7 +42,7 @@ export class Player extends EventTarget {
         this.score = await Score.open(this.code, this.tracks);
         this.music = new Music(this.score, this.files);
         this.music.onfail = error => this.fail(error);
-        this.music.onend = () => this.endOfMusic();
+        this.music.onend = heard => this.endOfMusic(heard);
         this.music.onsilence = () => this.tell('silence');
         this.tell('described', this.score.show);
         // Asked for now, all at once; the stage waits for those that it can't do without.
@@ -205,8 +206,10 @@ export class Player extends EventTarget {
     pause() {
         this.music.pause();
         this.waitsFor = null;
-        if (this.state === 'playing')
-            this.enter('paused');
+        if (this.state !== 'playing')
+            return;
+        this.enter('paused');
+        this.show(); // the place of the music, where the last picture is of an earlier one
     }
 
     async seek(seconds) {
@@ -221,6 +224,7 @@ export class Player extends EventTarget {
         if (this.state === 'ended')
             this.enter('paused');
         this.drawnRow = null;
+        this.tell('time', place);
         this.fetchRest(Math.floor(place * this.rate));
         if (this.state !== 'playing')
             this.show();
@@ -230,8 +234,10 @@ export class Player extends EventTarget {
     async show() {
         const row = this.row, stage = this.stage;
         await this.bringPicked(stage, row);
-        if (this.state !== 'playing' && stage === this.stage && row === this.row)
-            this.drawStill(row);
+        if (this.state === 'playing' || stage !== this.stage || row !== this.row || row === this.drawnRow)
+            return;
+        this.drawStill(row);
+        this.tell('time', this.seconds);
     }
 
     async bringPicked(stage, row) {
@@ -297,10 +303,10 @@ export class Player extends EventTarget {
     }
 
     // The file may be shorter than the show: half of it, or another one.
-    endOfMusic() {
-        const lacking = this.score.seconds - this.music.audio.currentTime;
-        if (lacking > 3)
-            this.fail(new FileError(this.music.path, `${this.music.path} ends ${Math.round(lacking)} seconds early: half of it arrived.`, true));
+    endOfMusic(heard) {
+        const lacking = this.score.seconds - heard;
+        if (lacking > missingSeconds)
+            this.fail(new FileError(this.music.path, `${this.music.path} ends too early: only a part of it arrived.`, true));
         else
             this.end();
     }

@@ -1,12 +1,16 @@
 // What the show is, and its time: description, tracks and clock of the compiled program, without a
 // picture. One for the life of the page.
 
+import {FileError} from './files.js';
+
 let compiled = null; // the program's code, compiled once for all that run it
 
 // An instance of the program. `members` are added to it before it starts.
 export async function startProgram(code, members) {
     compiled ||= WebAssembly.compile(code);
-    const module = await compiled;
+    const module = await compiled.catch(() => {
+        throw new FileError('program.wasm', 'program.wasm arrived broken, or this browser is too old for it.', true);
+    });
     return createShow({
         ...members,
         instantiateWasm(imports, done) {
