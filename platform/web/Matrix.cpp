@@ -66,10 +66,22 @@ tMatrix Translation(float x, float y, float z)
 tMatrix Rotation(float radians, float x, float y, float z)
 {
     const float c = std::cos(radians), s = std::sin(radians), k = 1 - c;
-    return {x * x * k + c,     y * x * k + z * s, z * x * k - y * s, 0,
-            x * y * k - z * s, y * y * k + c,     z * y * k + x * s, 0,
-            x * z * k + y * s, y * z * k - x * s, z * z * k + c,     0,
-            0,                 0,                 0,                 1};
+    return {x * x * k + c,
+            y * x * k + z * s,
+            z * x * k - y * s,
+            0,
+            x * y * k - z * s,
+            y * y * k + c,
+            z * y * k + x * s,
+            0,
+            x * z * k + y * s,
+            y * z * k - x * s,
+            z * z * k + c,
+            0,
+            0,
+            0,
+            0,
+            1};
 }
 } // namespace
 
@@ -137,8 +149,8 @@ void glFrustum(GLdouble left, GLdouble right, GLdouble bottom, GLdouble top, GLd
 void glOrtho(GLdouble left, GLdouble right, GLdouble bottom, GLdouble top, GLdouble near,
              GLdouble far)
 {
-    tMatrix matrix = Scaling(float(2 / (right - left)), float(2 / (top - bottom)),
-                             float(-2 / (far - near)));
+    tMatrix matrix =
+        Scaling(float(2 / (right - left)), float(2 / (top - bottom)), float(-2 / (far - near)));
     matrix[12] = float(-(right + left) / (right - left));
     matrix[13] = float(-(top + bottom) / (top - bottom));
     matrix[14] = float(-(far + near) / (far - near));
@@ -159,6 +171,6 @@ void glRotatef(GLfloat degrees, GLfloat x, GLfloat y, GLfloat z)
 {
     const float length = std::sqrt(x * x + y * y + z * z);
     if (length > 0)
-        Multiply(Rotation(degrees * float(std::numbers::pi / 180), x / length, y / length,
-                          z / length));
+        Multiply(
+            Rotation(degrees * float(std::numbers::pi / 180), x / length, y / length, z / length));
 }

@@ -13,7 +13,7 @@ EM_JS(int, vyr_find_picture, (const char *path, int *numbers), {
     const picture = Module.pictures && Module.pictures.get(UTF8ToString(path));
     if (!picture)
         return 0;
-    HEAP32.set([picture.width, picture.height, picture.components], numbers >> 2);
+    HEAP32.set([ picture.width, picture.height, picture.components ], numbers >> 2);
     Module.loadedPicture = picture;
     return 1;
 });
@@ -28,7 +28,8 @@ EM_JS(int, vyr_copy_pixels, (unsigned char *to), {
 
 EM_JS(void, vyr_expect_picture, (unsigned texture), {
     Module.loadedPicture.texture = GL.textures[texture];
-    Module.uploadPicture = function (picture) {
+    Module.uploadPicture = function(picture)
+    {
         if (!GLctx.isTexture(picture.texture))
             return; // the show has deleted it
         const bound = GLctx.getParameter(GLctx.TEXTURE_BINDING_2D);

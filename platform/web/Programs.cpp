@@ -96,7 +96,8 @@ GLuint FixedProgram(eFixedPipeline kind)
 void SendMatrices(cProgram &program)
 {
     const tMatrix &modelView = ModelView(), &projection = Projection();
-    if (program.mHasMatrices && program.mModelView == modelView && program.mProjection == projection)
+    if (program.mHasMatrices && program.mModelView == modelView &&
+        program.mProjection == projection)
         return;
     // WebGL ignores what a program has no place for.
     glUniformMatrix4fv(program.mModelViewPlace, 1, GL_FALSE, modelView.data());

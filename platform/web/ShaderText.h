@@ -19,7 +19,7 @@ enum eAttribute : unsigned
 
 /// What takes the place of a stage that a program lacks, in GLSL 1.10.
 extern const char *const kFixedVertexShader;
-extern const char *const kSphereMapVertexShader; ///< coordinates from the normal, as GL_SPHERE_MAP
-extern const char *const kFixedFragmentShader;   ///< the colour alone
+extern const char *const kSphereMapVertexShader;  ///< coordinates from the normal, as GL_SPHERE_MAP
+extern const char *const kFixedFragmentShader;    ///< the colour alone
 extern const char *const kTexturedFragmentShader; ///< the colour times the texture
 } // namespace vyr::web

@@ -76,8 +76,8 @@ void UploadColor(GLint level, GLint kept, GLsizei width, GLsizei height, GLenum 
         upload(pixels);
         return;
     }
-    const cSource source = {static_cast<const unsigned char *>(pixels),
-                            size_t(std::max(width, 0)), size_t(std::max(height, 0)), format};
+    const cSource source = {static_cast<const unsigned char *>(pixels), size_t(std::max(width, 0)),
+                            size_t(std::max(height, 0)), format};
     upload(ToRgba(source, kept).data());
 }
 
@@ -111,4 +111,3 @@ void vyr_glTexImage2D(GLenum target, GLint level, GLint internalFormat, GLsizei 
     else
         UploadColor(level, kept, width, height, format, pixels);
 }
-

@@ -65,8 +65,9 @@ void Stop()
 
 const WindowSystem &ScreenWindowSystem()
 {
-    static const WindowSystem system = {Start,    GetCanvasSize, Open, SetNoSwapInterval, SetNoTitle,
-                                        Swap, IsNeverDown, GetSeconds, Stop};
+    static const WindowSystem system = {Start,      GetCanvasSize, Open,        SetNoSwapInterval,
+                                        SetNoTitle, Swap,          IsNeverDown, GetSeconds,
+                                        Stop};
     return system;
 }
 

@@ -1,6 +1,6 @@
 // What a page calls to play the show that is linked into this program. The page owns files, sound
-// and time; here are the show, its drawing and the clock. Calls that can fail answer 0 and leave one
-// line in vyr_error.
+// and time; here are the show, its drawing and the clock. Calls that can fail answer 0 and leave
+// one line in vyr_error.
 
 #include "engine/Renderer.h"
 #include "show/ShowFolder.h"

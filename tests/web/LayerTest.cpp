@@ -1,10 +1,11 @@
-// What the engine and shows need of OpenGL, one rule a test. Compiled twice: over the driver of this
-// machine, which is the measure, and over the layer in a browser, which has to do the same.
+// What the engine and shows need of OpenGL, one rule a test. Compiled twice: over the driver of
+// this machine, which is the measure, and over the layer in a browser, which has to do the same.
 
 #include "platform/Window.h"
 
-#include <GL/glu.h>
 #include <epoxy/gl.h>
+
+#include <GL/glu.h>
 
 #include <gtest/gtest.h>
 
@@ -296,8 +297,8 @@ TEST_F(Layer, FirstRowIsAtCoordinateZero)
 // 3 by 2 pixels of three bytes: rows begin at multiples of four bytes.
 TEST_F(Layer, RowsOfThreeBytesArePadded)
 {
-    Texture(3, 2, 3, GL_RGB, {255, 0, 0, 0, 255, 0, 0, 0, 255, 9, 9, 9, //
-                              0, 0, 255, 255, 0, 0, 0, 255, 0});
+    Texture(3, 2, 3, GL_RGB, {255, 0, 0,   0,   255, 0, 0, 0,   255, 9, 9, 9, //
+                              0,   0, 255, 255, 0,   0, 0, 255, 0});
     FillWindow();
     EXPECT_EQ(At(10, 10), kRed);
     EXPECT_EQ(At(54, 10), kBlue);
@@ -519,7 +520,8 @@ void main()
 
 TEST_F(Layer, UniformsBelongToTheProgramInUse)
 {
-    const char *const shader = "uniform vec3 colour; void main() { gl_FragColor = vec4(colour, 1.0); }";
+    const char *const shader =
+        "uniform vec3 colour; void main() { gl_FragColor = vec4(colour, 1.0); }";
     const GLuint red = Program(nullptr, shader), blue = Program(nullptr, shader);
     glUseProgram(red);
     glUniform3f(glGetUniformLocation(red, "colour"), 1, 0, 0);
@@ -553,7 +555,8 @@ TEST_F(Layer, ProgramZeroIsTheFixedPipeline)
 
 TEST_F(Layer, FragmentShaderAloneGetsColourAndCoordinate)
 {
-    Program(nullptr, "void main() { gl_FragColor = vec4(gl_TexCoord[0].x, gl_Color.g, 0.0, 1.0); }");
+    Program(nullptr,
+            "void main() { gl_FragColor = vec4(gl_TexCoord[0].x, gl_Color.g, 0.0, 1.0); }");
     glColor4f(0, 0.5f, 0, 1);
     FillWindow();
     EXPECT_EQ(At(63, 32), (cPixel{253, 128, 0}));
@@ -639,7 +642,8 @@ TEST_F(Layer, FramebufferDrawsIntoItsTexture)
     GLuint framebuffer = 0;
     glGenFramebuffersEXT(1, &framebuffer);
     glBindFramebufferEXT(GL_FRAMEBUFFER_EXT, framebuffer);
-    glFramebufferTexture2DEXT(GL_FRAMEBUFFER_EXT, GL_COLOR_ATTACHMENT0_EXT, GL_TEXTURE_2D, texture, 0);
+    glFramebufferTexture2DEXT(GL_FRAMEBUFFER_EXT, GL_COLOR_ATTACHMENT0_EXT, GL_TEXTURE_2D, texture,
+                              0);
     ASSERT_EQ(glCheckFramebufferStatusEXT(GL_FRAMEBUFFER_EXT), GLenum(GL_FRAMEBUFFER_COMPLETE_EXT));
     glDisable(GL_TEXTURE_2D);
     glColor4f(0, 0, 1, 1);
@@ -662,7 +666,8 @@ TEST_F(Layer, FramebufferMayTestDepthInATexture)
     GLuint framebuffer = 0;
     glGenFramebuffersEXT(1, &framebuffer);
     glBindFramebufferEXT(GL_FRAMEBUFFER_EXT, framebuffer);
-    glFramebufferTexture2DEXT(GL_FRAMEBUFFER_EXT, GL_COLOR_ATTACHMENT0_EXT, GL_TEXTURE_2D, color, 0);
+    glFramebufferTexture2DEXT(GL_FRAMEBUFFER_EXT, GL_COLOR_ATTACHMENT0_EXT, GL_TEXTURE_2D, color,
+                              0);
     glFramebufferTexture2DEXT(GL_FRAMEBUFFER_EXT, GL_DEPTH_ATTACHMENT_EXT, GL_TEXTURE_2D, depth, 0);
     ASSERT_EQ(glCheckFramebufferStatusEXT(GL_FRAMEBUFFER_EXT), GLenum(GL_FRAMEBUFFER_COMPLETE_EXT));
     glDisable(GL_TEXTURE_2D);

@@ -43,7 +43,7 @@ struct cPicture
 // stb_image takes some files for pictures that are none.
 bool IsOther(const fs::path &file)
 {
-    static const std::set<std::string> others = {".lwo", ".mp3", ".vs",  ".fs",
+    static const std::set<std::string> others = {".lwo", ".mp3", ".vs", ".fs",
                                                  ".fnt", ".txt", ".md", ".track"};
     return others.contains(file.extension().string());
 }

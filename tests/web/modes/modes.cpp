@@ -1,5 +1,5 @@
-// A show for tests: the engine's four ways to draw an object and its four effects, one a bar of four
-// rows, so that a still of each can be compared.
+// A show for tests: the engine's four ways to draw an object and its four effects, one a bar of
+// four rows, so that a still of each can be compared.
 
 #include "engine/Renderer.h"
 #include "engine/Singleton.h"
