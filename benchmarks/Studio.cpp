@@ -71,7 +71,7 @@ struct cBench
           mStudio(mWindow, {folder, folder / "timeline.txt", {320, 180}},
                   [] {
                       return std::make_unique<studio::cSoundPlayback>(
-                          std::make_unique<vyr::SoundOutput>());
+                          std::make_unique<vyr::SoundOutput>(vyr::OpenSoundDevice()));
                   }),
           mPage(mStudio, mGui, 1.0, folder)
     {}
@@ -117,6 +117,24 @@ cEvent Button(bool isDown)
     event.mKind = cEvent::BUTTON;
     event.mIsDown = isDown;
     return event;
+}
+
+// From the key to the first sample that is heard, by the device's own account.
+void MeasurePlay(cBench &bench)
+{
+    std::vector<double> times;
+    studio::cTransport &transport = bench.mStudio.Transport();
+    for (int i = 0; i < 20; i++) {
+        transport.Seek(100.0 * i);
+        const double row = transport.Row(), start = Now();
+        transport.Play();
+        while (transport.Row() == row && Now() < start + 5.0)
+            transport.Update();
+        times.push_back(1000.0 * (Now() - start));
+        transport.Pause();
+    }
+    PrintAgainstBar("studio: key to sound, 95th percentile of 20", bench::Percentile(times, 0.95),
+                    50.0, "ms");
 }
 
 // Ten keys of each lane, near each other, taken at one of them and moved about.
@@ -240,6 +258,7 @@ int main(int argc, char **argv)
     const double first = Now() - start - bench.mStudio.Preview().LoadSeconds();
     PrintAgainstBar("studio: start to first frame, beside the show's own loading", first, 1.0, "s");
     bench.mStudio.FinishReading();
+    MeasurePlay(bench);
     MeasureDrag(bench);
     MeasureSaves(bench, folder);
     MeasureKinds(bench, folder);

@@ -373,9 +373,16 @@ void cPage::DrawRecordPopup()
     ImGui::Text("record %s to %s", vyr::FormatRow(int(mRecordFrom), tempo).c_str(),
                 vyr::FormatRow(int(mRecordTo), tempo).c_str());
     ImGui::SetNextItemWidth(S(420));
-    ImGui::InputText("##file", mRecordFile, sizeof mRecordFile);
-    if (ImGui::Button("Record##now")) {
-        const std::filesystem::path file = mFolder / mRecordFile;
+    if (ImGui::IsWindowAppearing())
+        ImGui::SetKeyboardFocusHere();
+    const bool isEntered = ImGui::InputText("##file", mRecordFile, sizeof mRecordFile,
+                                            ImGuiInputTextFlags_EnterReturnsTrue);
+    const std::filesystem::path file = mFolder / mRecordFile;
+    std::error_code ignored;
+    ImGui::TextDisabled("%s", std::filesystem::exists(file, ignored) ? "it is there, and is replaced"
+                                                                     : "in the folder that the "
+                                                                       "studio was started from");
+    if (ImGui::Button("Record##now") || isEntered) {
         mStudio.Record(file, mRecordFrom, mRecordTo);
         ImGui::CloseCurrentPopup();
     }

@@ -16,7 +16,7 @@ const double framesPerSecond = 60.0;
 
 // "Waiting-40.0.0.png": a name that any file system takes.
 std::string FileName(const std::string &title, double row, const vyr::cTempo &tempo,
-                     const char *extension)
+                     const std::string &extension)
 {
     std::string name = title;
     name.append("-").append(vyr::FormatRow(int(row), tempo)).append(extension);
@@ -129,8 +129,14 @@ void cPage::Do(eCommand command)
     case eCommand::Type:
         return OpenTypePopup();
     case eCommand::Still: {
-        const std::string name = FileName(mStudio.Show().mTitle, transport.Row(), tempo, ".png");
-        return mStudio.SaveStill(mFolder / name);
+        std::filesystem::path file;
+        for (int i = 1; file.empty() || std::filesystem::exists(file); i++) {
+            std::string end = ".png";
+            if (i > 1)
+                end.insert(0, std::to_string(i)).insert(0, 1, '-');
+            file = mFolder / FileName(mStudio.Show().mTitle, transport.Row(), tempo, end);
+        }
+        return mStudio.SaveStill(file);
     }
     case eCommand::Record: {
         if (mStudio.IsRecording())

@@ -757,10 +757,13 @@ void cStudio::Record(const fs::path &file, double fromRow, double toRow)
 {
     mRecorded = file;
     const record::cSize size = mPreview.Size();
-    mRecorder = std::make_unique<cCommand>(std::vector<std::string>{
+    std::vector<std::string> words = {
         BesideThisProgram("vyr-record"), "--show", mOpen.mShow.string(), "--size",
         std::to_string(size.mWidth) + "x" + std::to_string(size.mHeight), "--from",
-        ToText(fromRow), "--to", ToText(toRow), "-o", file.string()});
+        ToText(fromRow), "--to", ToText(toRow), "-o", file.string()};
+    if (const fs::path lyrics = FindWords(mFile.Path()); !lyrics.empty())
+        words.insert(words.end(), {"--lyrics", lyrics.string()});
+    mRecorder = std::make_unique<cCommand>(words);
     Say("recording " + file.string());
 }
 

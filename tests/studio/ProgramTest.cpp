@@ -281,16 +281,20 @@ TEST_F(Studio, ShowIsExchangedWhenItsLibraryIsBuiltAnew)
 
 TEST_F(Studio, RecordsTheLoopWithTheRecorder)
 {
-    const auto printed = Print("seek 2:0\nkey B\nseek 2:2\nkey N\nkey R\nwait 2\n"
-                               "screenshot popup.png\n");
-    EXPECT_TRUE(fs::exists("popup.png"));
-    EXPECT_THAT(printed, IsEmpty());
+    const auto printed = Print("seek 2:0\nkey B\nseek 2:2\nkey N\nkey R\nwait 3\nkey Enter\n"
+                               "settle\nprint message\nprint problems\n");
+    EXPECT_THAT(printed, ElementsAre(HasSubstr("recorded: ")));
+    const auto frames = test::Run({"ffprobe", "-v", "error", "-count_frames", "-select_streams", "v",
+                                   "-show_entries", "stream=nb_read_frames", "-of", "csv=p=0",
+                                   "Night-2.0.0.mp4"});
+    EXPECT_EQ(frames.mOutput, "60\n"); // two beats at 120 a minute
 }
 
 TEST_F(Studio, StillIsTheFrame)
 {
-    Print("seek 3:0\nkey S\n");
+    Print("seek 3:0\nkey S\nkey S\n");
     EXPECT_TRUE(fs::exists("Night-3.0.0.png"));
+    EXPECT_TRUE(fs::exists("Night-3.0.0-2.png")); // nothing is written over
 }
 
 TEST_F(Studio, TwoRunsGiveTheSamePictures)
