@@ -251,7 +251,7 @@ private:
     {
         mProgram.Studio().FinishReading();
         const double quiet = 4.0 * cWatcher::kQuietSeconds;
-        for (double since = Now(); Now() < since + quiet;) {
+        for (double since = Now(); mProgram.Studio().IsBusy() || Now() < since + quiet;) {
             if (mProgram.Studio().IsBusy())
                 since = Now();
             Frame({}, 0.0);
