@@ -36,7 +36,7 @@ struct cLoadedShow
     cAssets mAssets;
 };
 
-/// Loads the 22 tracks through `device`, which keeps them.
+/// Loads the tracks through `device`, which keeps them.
 tTracks LoadTracks(sync_device *device);
 
 /// Loads shaders, textures and objects, in this order, from data/ under the working directory. The

@@ -5,7 +5,7 @@
 namespace test
 {
 /// Writes a complete small show into `folder`: the real one's drawing, 63 pictures of a few pixels,
-/// two shaders, two objects, `seconds` of music, and 22 tracks that turn everything off but the
+/// two shaders, two objects, `seconds` of music, and tracks that turn everything off but the
 /// white fade, which is on: every frame is white. It never changes when the art of the real show
 /// does.
 void WriteFixtureShow(const std::filesystem::path &folder, double seconds = 5.0);
