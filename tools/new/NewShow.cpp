@@ -39,7 +39,7 @@ const std::set<std::string> takenNames = {"all",           "build", "clean",   "
 // It becomes the name of a class, a program and several files.
 std::string CheckName(const fs::path &folder)
 {
-    const std::string name = fs::absolute(folder / "").lexically_normal().parent_path().filename();
+    std::string name = fs::absolute(folder / "").lexically_normal().parent_path().filename();
     const bool isName = !name.empty() && name.size() <= maximumName && IsLetter(name[0]) &&
                         std::ranges::all_of(name, IsNameCharacter);
     if (!isName)
