@@ -45,7 +45,7 @@ def look_at(name, ssh, plan, version, token):
     program = str(scripts.program())
     folder = shlex.quote(str(plan.folder / token))
     script = f"{shlex.quote(program)} --version && {{ test -e {folder} && echo shared || echo apart; }}"
-    done = subprocess.run([*ssh.split(), name, script], stdin=subprocess.DEVNULL,
+    done = subprocess.run([*ssh.split(), name, shlex.join(["sh", "-c", script])], stdin=subprocess.DEVNULL,
                           capture_output=True, text=True, errors="replace", check=False)
     if done.returncode == 255:
         return refused(name, done.stderr)

@@ -9,6 +9,8 @@ from .failure import Failure, last_line
 from .progress import Progress
 
 SECONDS_BETWEEN_LOOKS = 2
+ENDED = {"BOOT_FAIL", "CANCELLED", "COMPLETED", "DEADLINE", "FAILED", "NODE_FAIL", "OUT_OF_MEMORY", "PREEMPTED",
+         "REVOKED", "TIMEOUT"}
 
 
 def submit(plan, options):
@@ -48,14 +50,18 @@ def jobs_under_way(plan):
 
 
 def is_under_way(job):
-    """Slurm forgets a job some minutes after its end: one that it does not know has ended."""
+    return any(state not in ENDED for state in states(job))
+
+
+def states(job):
+    """Of its tasks: PENDING, RUNNING, COMPLETED ... Slurm forgets a job some minutes after its end."""
     for _ in range(5):
-        done = subprocess.run(["squeue", "--noheader", "--format=%T", "--jobs", job],
+        done = subprocess.run(["squeue", "--noheader", "--states=all", "--format=%T", "--jobs", job],
                               stdin=subprocess.DEVNULL, capture_output=True, text=True, check=False)
         if done.returncode == 0:
-            return bool(done.stdout.strip())
+            return done.stdout.split()
         if "Invalid job id" in done.stderr:
-            return False
+            return []
         time.sleep(SECONDS_BETWEEN_LOOKS)  # the controller starts anew, or is busy
     raise Failure(f"squeue: {last_line(done.stderr)}")
 
@@ -81,9 +87,15 @@ def wait(plan, jobs):
             from interrupt
     finally:
         progress.end()
-    if not join.done_mark(plan).exists():
+    if not went_well(plan, jobs[-1]):
         raise Failure(explain(plan))
     progress.show()
+
+
+def went_well(plan, job):
+    """A file that another machine has made may be seen late: Slurm knows sooner, while it knows."""
+    ended = states(job)
+    return ended == ["COMPLETED"] if ended else join.done_mark(plan).exists()
 
 
 def explain(plan):
