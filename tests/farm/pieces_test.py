@@ -4,6 +4,7 @@ refused to be joined."""
 import json
 import os
 import re
+import shlex
 import shutil
 import subprocess
 import unittest
@@ -22,7 +23,7 @@ class Plans(FarmTest):
             text = (self.farm_folder / name).read_text(encoding="utf-8")
             self.assertTrue(text.startswith("#!/bin/sh\n# "), name)
             self.assertEqual(subprocess.run(["sh", "-n", self.farm_folder / name], check=False).returncode, 0, name)
-        self.assertIn(f"{self.farm_folder}/slurm.sh", said)
+        self.assertIn(f"{shlex.quote(str(self.farm_folder))}/slurm.sh", said)
         self.assertTrue((self.farm_folder / "show/show.so").exists())
         self.assertEqual(self.missing(), [1, 2, 3, 4])
         self.assertEqual(self.run_farm("join", self.farm_folder).returncode, 1)

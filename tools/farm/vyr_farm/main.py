@@ -2,6 +2,7 @@
 
 import argparse
 import re
+import shlex
 import signal
 import sys
 from pathlib import Path
@@ -97,12 +98,13 @@ def make_plan(wanted):
 def run_plan(wanted, _):
     made = make_plan(wanted)
     longest = max(made.pieces, key=lambda one: one.cost)
+    folder = shlex.quote(str(made.folder))
     print(f"{made.recording}: {len(made.pieces)} pieces, {made.frames} frames, about {longest.cost:.0f} "
           "seconds of a processor each\n"
-          f"  on Slurm:                   sh {made.folder}/slurm.sh [options of sbatch]\n"
-          f"  over ssh, a shared disk:    sh {made.folder}/parallel.sh HOST,HOST...\n"
-          f"  over ssh, disks apart:      sh {made.folder}/parallel-copies.sh HOST,HOST...\n"
-          f"  then:                       vyr-farm join {made.folder}")
+          f"  on Slurm:                   sh {folder}/slurm.sh [options of sbatch]\n"
+          f"  over ssh, a shared disk:    sh {folder}/parallel.sh HOST,HOST...\n"
+          f"  over ssh, disks apart:      sh {folder}/parallel-copies.sh HOST,HOST...\n"
+          f"  then:                       vyr-farm join {folder}")
 
 
 def run_slurm(wanted, _):

@@ -59,7 +59,7 @@ PARALLEL = """\
 #
 #   sh parallel.sh HOST,HOST... [options of parallel]       sh parallel.sh anna,bert --jobs 2
 folder={folder}
-hosts=$1
+hosts=${{1:?which hosts, with commas between them}}
 shift
 {farm} missing "$folder" |
     parallel --will-cite --ssh "${{VYR_FARM_SSH:-ssh}}" --sshlogin "$hosts" --jobs 1 --retries 4 \\
@@ -75,7 +75,7 @@ COPIES = """\
 #   sh parallel-copies.sh HOST,HOST... [options of parallel]
 folder={folder}
 copy={copy} # in the home folder there
-hosts=$1
+hosts=${{1:?which hosts, with commas between them}}
 shift
 ssh=${{VYR_FARM_SSH:-ssh}}
 remove_copies() {{
