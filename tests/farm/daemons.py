@@ -261,7 +261,8 @@ class Host:
         if hidden:  # a file system of its own there
             command = ["unshare", "--mount", "sh", "-c", 'mount -t tmpfs none "$1" && shift && exec "$@"', "sh",
                        hidden, *command]
-        Path("/run/sshd").mkdir(exist_ok=True)
+        if os.getuid() == 0:
+            Path("/run/sshd").mkdir(exist_ok=True)  # which it wants to be there
         self.daemon = Daemon("sshd", command, self.folder)
         wait_until(self.answers, "sshd")
 

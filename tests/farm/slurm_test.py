@@ -149,6 +149,7 @@ class Faults(OnSlurm):
         self.assertEqual(waiting.returncode, 0, errors)
         self.expect_video()
 
+    @unittest.skipUnless(os.getuid() == 0, "only root mounts a disk")
     def test_a_disk_that_is_full(self):
         self.plan(*self.gate.option)
         pieces = self.farm_folder / "tries"
