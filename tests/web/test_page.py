@@ -6,7 +6,8 @@ PLAYING = 'vyr.state === "playing" && vyr.seconds > {0}'
 
 
 class Started:
-    """A show that plays, begun by a click as a viewer does."""
+    """A show that plays, begun by a click as a viewer does; in a small window, for software draws it."""
+    size = (640, 400)
 
     def start(self, **options):
         browser = self.open_player(**options)
@@ -111,7 +112,7 @@ class Playing(Started):
         browser = self.start()
         browser.wait('document.body.classList.contains("is-quiet")')
         self.assertEqual(browser.run('return getComputedStyle(document.body).cursor'), 'none')
-        browser.move(300, 300)
+        browser.move(200, 100)
         browser.wait('!document.body.classList.contains("is-quiet")')
 
     def test_captions_are_the_words_and_are_remembered(self):
@@ -154,7 +155,7 @@ class Windows(Started):
         browser.wait('document.fullscreenElement')
         browser.press('f')
         browser.wait('!document.fullscreenElement')
-        browser.click(640, 300, 2)
+        browser.click(320, 120, 2)
         browser.wait('document.fullscreenElement')
         browser.run('document.exitFullscreen(); return 1')
         browser.wait('!document.fullscreenElement')
@@ -164,8 +165,8 @@ class Windows(Started):
     def test_another_size_is_drawn_in_its_own_pixels(self):
         browser = self.start()
         place = browser.run('return vyr.seconds')
-        browser.resize(900, 700)
-        browser.wait('vyr.stage.canvas.width === 900 && vyr.stage.canvas.height === 700')
+        browser.resize(500, 420)
+        browser.wait('vyr.stage.canvas.width === 500 && vyr.stage.canvas.height === 420')
         self.assertEqual(browser.run('return document.querySelectorAll("canvas").length'), 1)
         browser.wait(PLAYING.format(place + 1))
         self.assert_clean(browser)

@@ -10,6 +10,7 @@ def named(part):
 
 class Faulty:
     """Opens the page of a site whose server answers otherwise for some files."""
+    size = (480, 270)
 
     def open_faulty(self, is_meant, answer, **options):
         def answer_some(handler, path):

@@ -119,12 +119,22 @@ export class Player extends EventTarget {
             if (this.files.arrived.has(path) && !this.stage.has(path))
                 this.bring(this.stage, path);
         this.files.line(wanted, (path, bytes, error) => {
-            const stage = this.stage;
             if (error)
-                this.leaveOut(stage, path, error);
+                this.leaveOut(this.stage, path, error);
             else
-                stage.take(path, bytes).catch(failure => this.leaveOut(stage, path, failure));
+                this.takeLater(this.stage, path, bytes);
         });
+    }
+
+    // Uploaded by a frame, or now where none is drawn.
+    async takeLater(stage, path, bytes) {
+        try {
+            await stage.take(path, bytes);
+        } catch (error) {
+            this.leaveOut(stage, path, error);
+        }
+        if (this.state !== 'playing' && !stage.isLost)
+            stage.upload();
     }
 
     size() {
@@ -187,8 +197,14 @@ export class Player extends EventTarget {
         if (this.state === 'ended')
             await this.seek(0);
         this.enter('playing');
+        this.schedule();
         await this.start();
-        requestAnimationFrame(time => this.frame(time));
+    }
+
+    // One frame to come, never two.
+    schedule() {
+        cancelAnimationFrame(this.request);
+        this.request = requestAnimationFrame(time => this.frame(time));
     }
 
     // The music, unless the picture has to wait.
@@ -272,7 +288,7 @@ export class Player extends EventTarget {
     frame(time) {
         if (this.state !== 'playing')
             return;
-        requestAnimationFrame(next => this.frame(next));
+        this.schedule();
         this.stage.upload(1);
         if (this.waits())
             return;
@@ -286,7 +302,9 @@ export class Player extends EventTarget {
 
     // Whether a picture of this place is still on its way: the music waits with it.
     waits() {
-        const absent = this.score.picked(this.row).find(path => !this.stage.has(path)) || null;
+        const picked = this.score.picked(this.row);
+        picked.forEach(path => this.stage.uploadNow(path));
+        const absent = picked.find(path => !this.stage.has(path)) || null;
         if (absent && !this.waitsFor) {
             this.music.pause();
             this.bring(this.stage, absent);

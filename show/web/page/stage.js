@@ -71,6 +71,16 @@ export class Stage {
         this.uploads.push([picture, await decode(path, bytes, picture)]);
     }
 
+    // This one before the others that wait to be uploaded, if it is among them.
+    uploadNow(path) {
+        const picture = this.program.pictures.get(path);
+        const place = this.uploads.findIndex(([each]) => each === picture);
+        if (place < 0)
+            return;
+        this.uploads.unshift(...this.uploads.splice(place, 1));
+        this.upload(1);
+    }
+
     // Uploads what has been decoded; `most` pictures, since each takes its milliseconds.
     upload(most = Infinity) {
         for (; most > 0 && this.uploads.length > 0; most--) {
