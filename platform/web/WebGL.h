@@ -21,8 +21,7 @@
 #undef glDrawArrays
 
 inline constexpr GLenum GL_ARRAY_BUFFER = 0x8892, GL_ELEMENT_ARRAY_BUFFER = 0x8893,
-                        GL_STREAM_DRAW = 0x88E0, GL_STATIC_DRAW = 0x88E4, GL_SHADER_TYPE = 0x8B4F,
-                        GL_TEXTURE_BINDING_2D = 0x8069;
+                        GL_STREAM_DRAW = 0x88E0, GL_STATIC_DRAW = 0x88E4;
 
 extern "C" {
 void glEnable(GLenum capability);
@@ -31,7 +30,6 @@ GLboolean glIsEnabled(GLenum capability);
 void glUseProgram(GLuint program);
 void glLinkProgram(GLuint program);
 void glShaderSource(GLuint shader, GLsizei count, const GLchar *const *texts, const GLint *lengths);
-void glGetAttachedShaders(GLuint program, GLsizei room, GLsizei *count, GLuint *shaders);
 void glGetIntegerv(GLenum name, GLint *values);
 void glGetShaderiv(GLuint shader, GLenum name, GLint *value);
 void glGetProgramiv(GLuint program, GLenum name, GLint *value);
@@ -48,5 +46,4 @@ void glEnableVertexAttribArray(GLuint attribute);
 void glVertexAttribPointer(GLuint attribute, GLint size, GLenum type, GLboolean isNormalized,
                            GLsizei stride, const void *offset);
 void glClearDepthf(GLclampf depth);
-void glUniformMatrix3fv(GLint location, GLsizei count, GLboolean transpose, const GLfloat *values);
 }

@@ -3,6 +3,7 @@
 
 import {FileError} from './files.js';
 
+const latencyMilliseconds = 1000; // between two questions for the latency
 const nearSeconds = 0.3; // a seek that lands this near is good
 
 export class Music {
@@ -12,6 +13,7 @@ export class Music {
         this.path = score.show.music;
         this.audio = new Audio();
         this.audio.preload = 'none';
+        this.reported = 0; // seconds of latency
         this.offset = 0; // seconds by which the listener's loudspeaker is later than the device says
         this.shown = 0; // the position handed out last; it goes back by a seek alone
         this.isAsked = false; // to play
@@ -107,9 +109,15 @@ export class Music {
             await this.audio.play();
     }
 
-    // From the loudspeaker's buffer to the ear, as far as the browser knows it.
+    // From the loudspeaker's buffer to the ear, as far as the browser knows it. Asking takes a
+    // browser some time, and headphones are seldom changed.
     get latency() {
-        return (this.context?.outputLatency || this.context?.baseLatency || 0) + this.offset;
+        const now = performance.now();
+        if (this.context && !(now - this.askedAt < latencyMilliseconds)) {
+            this.askedAt = now;
+            this.reported = this.context.outputLatency || this.context.baseLatency || 0;
+        }
+        return this.reported + this.offset;
     }
 
     // The position that is heard at `now`, seconds of performance.now().

@@ -124,6 +124,21 @@ using GLvoid = void;
     X(LINK_STATUS, 0x8B82)                                                                         \
     X(INFO_LOG_LENGTH, 0x8B84)                                                                     \
     X(CURRENT_PROGRAM, 0x8B8D)                                                                     \
+    X(TEXTURE_BINDING_2D, 0x8069)                                                                  \
+    X(SHADER_TYPE, 0x8B4F)                                                                         \
+    X(ACTIVE_UNIFORMS, 0x8B86)                                                                     \
+    X(FLOAT_VEC2, 0x8B50)                                                                          \
+    X(FLOAT_VEC3, 0x8B51)                                                                          \
+    X(FLOAT_VEC4, 0x8B52)                                                                          \
+    X(INT_VEC2, 0x8B53)                                                                            \
+    X(INT_VEC3, 0x8B54)                                                                            \
+    X(INT_VEC4, 0x8B55)                                                                            \
+    X(BOOL_VEC2, 0x8B57)                                                                           \
+    X(BOOL_VEC3, 0x8B58)                                                                           \
+    X(BOOL_VEC4, 0x8B59)                                                                           \
+    X(FLOAT_MAT2, 0x8B5A)                                                                          \
+    X(FLOAT_MAT3, 0x8B5B)                                                                          \
+    X(FLOAT_MAT4, 0x8B5C)                                                                          \
     X(FRAMEBUFFER_EXT, 0x8D40)                                                                     \
     X(COLOR_ATTACHMENT0_EXT, 0x8CE0)                                                               \
     X(DEPTH_ATTACHMENT_EXT, 0x8D00)                                                                \
@@ -221,7 +236,23 @@ void glUniform1f(GLint location, GLfloat x);
 void glUniform2f(GLint location, GLfloat x, GLfloat y);
 void glUniform3f(GLint location, GLfloat x, GLfloat y, GLfloat z);
 void glUniform4f(GLint location, GLfloat x, GLfloat y, GLfloat z, GLfloat w);
+void glUniform1fv(GLint location, GLsizei count, const GLfloat *values);
+void glUniform2fv(GLint location, GLsizei count, const GLfloat *values);
+void glUniform3fv(GLint location, GLsizei count, const GLfloat *values);
+void glUniform4fv(GLint location, GLsizei count, const GLfloat *values);
+void glUniform1iv(GLint location, GLsizei count, const GLint *values);
+void glUniform2iv(GLint location, GLsizei count, const GLint *values);
+void glUniform3iv(GLint location, GLsizei count, const GLint *values);
+void glUniform4iv(GLint location, GLsizei count, const GLint *values);
+void glUniformMatrix2fv(GLint location, GLsizei count, GLboolean transpose, const GLfloat *values);
+void glUniformMatrix3fv(GLint location, GLsizei count, GLboolean transpose, const GLfloat *values);
 void glUniformMatrix4fv(GLint location, GLsizei count, GLboolean transpose, const GLfloat *values);
+void glGetActiveUniform(GLuint program, GLuint index, GLsizei room, GLsizei *length, GLint *size,
+                        GLenum *type, GLchar *name);
+void glGetUniformfv(GLuint program, GLint location, GLfloat *values);
+void glGetUniformiv(GLuint program, GLint location, GLint *values);
+void glGetAttachedShaders(GLuint program, GLsizei room, GLsizei *count, GLuint *shaders);
+GLboolean glIsProgram(GLuint program);
 
 // Textures. Internal formats 1 to 4 and GL_RGBA8 of bytes, and depth without data.
 void glActiveTexture(GLenum unit);
