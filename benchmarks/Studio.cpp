@@ -1,14 +1,14 @@
-// The studio on a hundred lanes of a thousand keys, beside five minutes of music: what its page costs
-// while a thousand keys are dragged, how soon it is there, how soon a save is on the screen, and what a
-// thousand reloads leave behind.
+// The studio on a hundred lanes of a thousand keys, beside five minutes of music: what its page
+// costs while a thousand keys are dragged, how soon it is there, how soon a save is on the screen,
+// and what a thousand reloads leave behind.
 //
 //   bench-studio FOLDER     a show's folder to work in, with show.so and what it needs
 
+#include "studio/Studio.h"
 #include "benchmarks/Report.h"
 #include "benchmarks/Timing.h"
 #include "studio/Gui.h"
 #include "studio/Page.h"
-#include "studio/Studio.h"
 #include "studio/Window.h"
 
 #include <epoxy/gl.h>
@@ -240,7 +240,8 @@ void MeasureKinds(cBench &bench, const fs::path &folder)
     MeasureReloads(bench, "a shader", turn("shader.fs", shader, shader + "// two\n"), quiet);
     MeasureReloads(bench, "a picture", turn("picture.png", picture, Read(folder / "other.png")),
                    quiet);
-    MeasureReloads(bench, "an object", turn("object.lwo", object, Read(folder / "other.lwo")), quiet);
+    MeasureReloads(bench, "an object", turn("object.lwo", object, Read(folder / "other.lwo")),
+                   quiet);
 }
 } // namespace
 

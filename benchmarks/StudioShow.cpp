@@ -33,7 +33,8 @@ public:
     {
         auto &textures = vyr::tSingleton<vyr::cTextureManager>::GetSingleton();
         mTexture = textures.LoadTexture("picture.png", false);
-        mProgram = vyr::tSingleton<vyr::cRenderer>::GetSingleton().CreateShader("", "shader.fs", true);
+        mProgram =
+            vyr::tSingleton<vyr::cRenderer>::GetSingleton().CreateShader("", "shader.fs", true);
         glUseProgram(0);
         mMesh.reset(vyr::c3DObject::CreateFromLWO2("object.lwo"));
         mObject.reset(mMesh->CreateRenderObject());

@@ -103,8 +103,7 @@ void c3DObject::cRenderObject::FlattenPolygons(const std::vector<cPolygon> &poly
 
 void c3DObject::cRenderObject::NoteFile(const std::string &file) { Files()[this] = file; }
 
-std::vector<c3DObject::cRenderObject *>
-c3DObject::cRenderObject::MadeFrom(const std::string &file)
+std::vector<c3DObject::cRenderObject *> c3DObject::cRenderObject::MadeFrom(const std::string &file)
 {
     std::vector<cRenderObject *> objects;
     for (const auto &[object, name] : Files())

@@ -57,9 +57,9 @@ public:
     void ReloadTextures();
 
     /// The file at `path` has changed: the texture that was made of it shows the file's pixels from
-    /// now on, under the same id and the same OpenGL name; kept pixels are forgotten. False, and the
-    /// texture stays, when the file can't be read. True, and nothing happens, when no texture was
-    /// made of it. Leaves the bound texture as it was.
+    /// now on, under the same id and the same OpenGL name; kept pixels are forgotten. False, and
+    /// the texture stays, when the file can't be read. True, and nothing happens, when no texture
+    /// was made of it. Leaves the bound texture as it was.
     bool RefreshTexture(const std::string &path);
     /// Whether a texture was made under this path or name.
     bool IsKnown(const std::string &path) const { return FindTexture(path) >= 0; }

@@ -48,11 +48,12 @@ public:
     virtual void Load() = 0;
 
     /// One frame, into whatever framebuffer is bound, from BeginScene to EndScene; presenting it is
-    /// the caller's. A show that draws into targets of its own ends in framebuffer 0 (EndUpdateFBO):
-    /// a recorder takes that for its picture too. `row` is the position in the music, 0 to mLastRow, with its fraction.
-    /// `seconds` is for motion that follows no track: the same position in seconds, but for a
-    /// player that runs such motion on a timer of its own. Blending is on at the first frame; from
-    /// then on the OpenGL state is what the frame before left.
+    /// the caller's. A show that draws into targets of its own ends in framebuffer 0
+    /// (EndUpdateFBO): a recorder takes that for its picture too. `row` is the position in the
+    /// music, 0 to mLastRow, with its fraction. `seconds` is for motion that follows no track: the
+    /// same position in seconds, but for a player that runs such motion on a timer of its own.
+    /// Blending is on at the first frame; from then on the OpenGL state is what the frame before
+    /// left.
     virtual void Draw(double row, double seconds) = 0;
 
     /// Whether the frame at `row` leaves something to later frames beside the OpenGL state: a

@@ -60,8 +60,8 @@ public:
     const sync_track *FindTrack(const std::string &name) const;
 
     /// The track at place `track` has these keys from now on, ascending by row, one a row: for who
-    /// changes a show while it is drawn. After LoadTracks, which forgets them. Pointers to the track
-    /// stay good. Throws cShowError when there is no memory.
+    /// changes a show while it is drawn. After LoadTracks, which forgets them. Pointers to the
+    /// track stay good. Throws cShowError when there is no memory.
     void SetKeys(int track, const std::vector<sync_key> &keys);
 
     /// The show's own calls; what they throw becomes a cShowError that says where.

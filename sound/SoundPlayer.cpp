@@ -15,8 +15,7 @@ const auto fillPause = std::chrono::milliseconds(10);
 } // namespace
 
 SoundPlayer::SoundPlayer(SoundOutput &output, SoundStream &stream)
-    : mOutput(output), mStream(stream), mRate(stream.GetRate()),
-      mBlock(2 * SoundVoice::blockFrames)
+    : mOutput(output), mStream(stream), mRate(stream.GetRate()), mBlock(2 * SoundVoice::blockFrames)
 {
     mThread = std::jthread([this](const std::stop_token &stop) { Run(stop); });
 }

@@ -37,7 +37,8 @@ const cBinding bindings[] = {
     {'X', ctrl, eCommand::Cut, "Ctrl+X, C", "cut, copy keys"},
     {'C', ctrl, eCommand::Copy, "", ""},
     {'V', ctrl, eCommand::Paste, "Ctrl+V", "paste at the playhead"},
-    {'V', ctrlShift, eCommand::PasteAtOriginalTime, "Ctrl+Shift+V", "paste at the time of the copy"},
+    {'V', ctrlShift, eCommand::PasteAtOriginalTime, "Ctrl+Shift+V",
+     "paste at the time of the copy"},
     {'D', ctrl, eCommand::Duplicate, "Ctrl+D", "the same keys again, whole bars later"},
     {'A', ctrl, eCommand::SelectAll, "Ctrl+A", "select all keys of the lanes shown"},
     {'A', ctrlShift, eCommand::SelectNone, "Esc, Ctrl+Shift+A", "select none; Esc cancels a drag"},
@@ -64,8 +65,8 @@ const cBinding bindings[] = {
 
 std::span<const cBinding> Bindings() { return bindings; }
 
-// Letters are what is written on a key. Digits and signs, which some keyboards have only with Shift,
-// are where they are too.
+// Letters are what is written on a key. Digits and signs, which some keyboards have only with
+// Shift, are where they are too.
 eCommand FindCommand(const cEvent &event)
 {
     const auto find = [&event](tKey key) {

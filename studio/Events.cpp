@@ -31,8 +31,8 @@ std::vector<cEvent> cEventQueue::Take()
     std::vector<cEvent> taken;
     while (!mEvents.empty() && !Conflicts(mEvents.front(), taken)) {
         const cEvent &event = mEvents.front();
-        const bool isFurther = event.mKind == cEvent::MOVE && !taken.empty() &&
-                               taken.back().mKind == cEvent::MOVE;
+        const bool isFurther =
+            event.mKind == cEvent::MOVE && !taken.empty() && taken.back().mKind == cEvent::MOVE;
         if (isFurther)
             taken.back() = event;
         else

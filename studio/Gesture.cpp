@@ -29,7 +29,8 @@ double Rounded(double value, int decimals)
 // As long as the longer of the two is written: 0.3 and 0.1 make 0.4.
 float Sum(float value, double amount)
 {
-    return float(Rounded(double(value) + amount, std::max(Decimals(value), Decimals(float(amount)))));
+    return float(
+        Rounded(double(value) + amount, std::max(Decimals(value), Decimals(float(amount)))));
 }
 } // namespace
 
@@ -42,8 +43,9 @@ double DraggedValue(const cLane &lane, double value, double pixels, double perPi
 {
     const double dragged = value + pixels * perPixel;
     if (lane.IsCounting())
-        return lane.IsPicking() ? std::clamp(std::round(dragged), -1.0, double(lane.mFiles.size()) - 1)
-                                : std::round(dragged);
+        return lane.IsPicking()
+                   ? std::clamp(std::round(dragged), -1.0, double(lane.mFiles.size()) - 1)
+                   : std::round(dragged);
     return RoundedTo(dragged, isFine ? perPixel / 10.0 : perPixel);
 }
 

@@ -87,8 +87,8 @@ void cGui::LoadFonts()
         mSmall = mBold = mLarge = fonts.AddFontDefault();
         return;
     }
-    static const ImWchar ranges[] = {0x20, 0x17f, 0x2010, 0x2027, 0x2190, 0x2193,
-                                     0x25a0, 0x25ff, 0};
+    static const ImWchar ranges[] = {0x20,   0x17f,  0x2010, 0x2027, 0x2190,
+                                     0x2193, 0x25a0, 0x25ff, 0};
     const auto load = [&fonts, this](const std::string &file, double pixels) {
         return fonts.AddFontFromFileTTF(file.c_str(), float(pixels * mScale), nullptr, ranges);
     };

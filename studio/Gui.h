@@ -11,7 +11,8 @@ namespace studio
 {
 class cWindow;
 
-/// Dear ImGui in the studio's window: its fonts, its look, and what it sees of hands. One at a time.
+/// Dear ImGui in the studio's window: its fonts, its look, and what it sees of hands. One at a
+/// time.
 class cGui
 {
 public:

@@ -56,8 +56,7 @@ void FitValues(cLane &lane, bool isNew)
 bool cLane::IsCounting() const
 {
     const std::vector<sync_key> &keys = mCurve.Keys();
-    return IsPicking() ||
-           (!keys.empty() && std::ranges::all_of(keys, [](const sync_key &key) {
+    return IsPicking() || (!keys.empty() && std::ranges::all_of(keys, [](const sync_key &key) {
                return key.type == SYNC_KEY_HOLD && key.value == std::floor(key.value);
            }));
 }
@@ -76,7 +75,8 @@ void cLanes::Take(const vyr::cShowDescription &show, const timeline::cDocument &
         const bool isNew = old == before.end();
         cLane lane = isNew ? cLane{} : std::move(*old);
         lane.mTrack = name;
-        const auto choice = std::ranges::find(show.mChoices, name, &vyr::cShowDescription::cChoice::mTrack);
+        const auto choice =
+            std::ranges::find(show.mChoices, name, &vyr::cShowDescription::cChoice::mTrack);
         lane.mFiles = choice == show.mChoices.end() ? std::vector<std::string>{} : choice->mFiles;
         const timeline::cShowTrack *track = document.FindTrack(name);
         const bool isShows = std::ranges::find(show.mTracks, name) != show.mTracks.end();

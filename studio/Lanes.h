@@ -31,8 +31,8 @@ struct cLane
 class cLanes
 {
 public:
-    /// Takes the tracks as they are now. What a hand has hidden stays hidden; values that fit on the
-    /// page as it is leave it so.
+    /// Takes the tracks as they are now. What a hand has hidden stays hidden; values that fit on
+    /// the page as it is leave it so.
     void Take(const vyr::cShowDescription &show, const timeline::cDocument &document);
 
     /// While a hand drags: curves of `changed`, as they would be. The keys' names are those of the

@@ -162,8 +162,8 @@ void cPage::DrawPreview()
     ImDrawList &list = *ImGui::GetWindowDrawList();
     list.AddRectFilled(mPicture.mMin, mPicture.mMax, IM_COL32(18, 18, 18, 255));
     const record::cSize size = mStudio.Preview().Size();
-    const float fit = std::min(mPicture.Width() / float(size.mWidth),
-                               mPicture.Height() / float(size.mHeight));
+    const float fit =
+        std::min(mPicture.Width() / float(size.mWidth), mPicture.Height() / float(size.mHeight));
     const float zoom = mIsFitted ? fit : 1.0f;
     const ImVec2 half(float(size.mWidth) * zoom / 2.0f, float(size.mHeight) * zoom / 2.0f);
     const ImVec2 middle(std::round((mPicture.mMin.x + mPicture.mMax.x) / 2.0f),
@@ -344,10 +344,11 @@ void cPage::DrawTypePopup()
     ImGui::Combo("##type", &mTypedType, timeline::kInterpolations, 4);
     // The key that has opened it is no answer yet.
     const auto isPressed = [](ImGuiKey pressed) {
-        return !ImGui::IsWindowAppearing() && ImGui::IsKeyPressed(ImGui::GetKeyIndex(pressed), false);
+        return !ImGui::IsWindowAppearing() &&
+               ImGui::IsKeyPressed(ImGui::GetKeyIndex(pressed), false);
     };
-    const bool isDone = ImGui::Button("Change") || isPressed(ImGuiKey_Enter) ||
-                        isPressed(ImGuiKey_KeyPadEnter);
+    const bool isDone =
+        ImGui::Button("Change") || isPressed(ImGuiKey_Enter) || isPressed(ImGuiKey_KeyPadEnter);
     ImGui::SameLine();
     if (ImGui::Button("Leave it"))
         ImGui::CloseCurrentPopup();
@@ -366,7 +367,8 @@ void cPage::DrawTypePopup()
 
 void cPage::DrawRecordPopup()
 {
-    ImGui::SetNextWindowPos({mPicture.mMin.x + S(80), mPicture.mMin.y + S(40)}, ImGuiCond_Appearing);
+    ImGui::SetNextWindowPos({mPicture.mMin.x + S(80), mPicture.mMin.y + S(40)},
+                            ImGuiCond_Appearing);
     if (!ImGui::BeginPopup("record"))
         return;
     const vyr::cTempo &tempo = mStudio.Transport().Tempo();
@@ -379,9 +381,10 @@ void cPage::DrawRecordPopup()
                                             ImGuiInputTextFlags_EnterReturnsTrue);
     const std::filesystem::path file = mFolder / mRecordFile;
     std::error_code ignored;
-    ImGui::TextDisabled("%s", std::filesystem::exists(file, ignored) ? "it is there, and is replaced"
-                                                                     : "in the folder that the "
-                                                                       "studio was started from");
+    ImGui::TextDisabled("%s", std::filesystem::exists(file, ignored)
+                                  ? "it is there, and is replaced"
+                                  : "in the folder that the "
+                                    "studio was started from");
     if (ImGui::Button("Record##now") || isEntered) {
         mStudio.Record(file, mRecordFrom, mRecordTo);
         ImGui::CloseCurrentPopup();
@@ -449,7 +452,8 @@ void cPage::DrawHelp()
     ImGui::Separator();
     for (const char *text :
          {"Ruler: drag scrubs, Shift+drag marks the loop, wheel zooms.",
-          "Lanes: drag selects, a key drags; Shift adds, or keeps to one axis; Ctrl inverts snapping.",
+          "Lanes: drag selects, a key drags; Shift adds, or keeps to one axis; Ctrl inverts "
+          "snapping.",
           "Double click or Ctrl+click on an empty place adds a key; double click on one types.",
           "Middle drag pans. Wheel scrolls; with Ctrl it zooms, with Shift pans, with Alt zooms "
           "values.",

@@ -67,7 +67,7 @@ private:
     struct cHeld
     {
         std::string mTrack;
-        int mRow = 0; ///< before
+        int mRow = 0;         ///< before
         bool mIsCopy = false; ///< not selected, but of the same line as one that is
     };
 
@@ -88,23 +88,23 @@ private:
             SPLIT
         };
         eKind mKind = NOTHING;
-        ImVec2 mStart;           ///< where it went down
-        double mStartRow = 0.0;  ///< time there
-        bool mHasMoved = false;  ///< far enough to be no click
-        std::string mTrack;      ///< of the key that it holds
-        int mKeyRow = 0;         ///< that key's
-        float mKeyValue = 0.0f;  ///< and its value
-        double mPerPixel = 0.0;  ///< value of one pixel of its lane
+        ImVec2 mStart;             ///< where it went down
+        double mStartRow = 0.0;    ///< time there
+        bool mHasMoved = false;    ///< far enough to be no click
+        std::string mTrack;        ///< of the key that it holds
+        int mKeyRow = 0;           ///< that key's
+        float mKeyValue = 0.0f;    ///< and its value
+        double mPerPixel = 0.0;    ///< value of one pixel of its lane
         int mPivot = 0, mEdge = 0; ///< of a stretch: the row that stays, and the one that is held
         double mStartScroll = 0.0;
-        cStudio::tSelection mBefore; ///< what was selected
-        timeline::tKeyIds mKeys;     ///< that it drags
-        std::vector<cHeld> mHeld;    ///< these, and their copies
-        double mFactor = 1.0;        ///< of a stretch
-        timeline::cEdits mEdits;     ///< what letting go will do
+        cStudio::tSelection mBefore;    ///< what was selected
+        timeline::tKeyIds mKeys;        ///< that it drags
+        std::vector<cHeld> mHeld;       ///< these, and their copies
+        double mFactor = 1.0;           ///< of a stretch
+        timeline::cEdits mEdits;        ///< what letting go will do
         int mRows = 0, mGeneration = 0; ///< that they were made of, with the value
         double mValue = 0.0;
-        std::string mWhat;           ///< shown beside the pointer
+        std::string mWhat; ///< shown beside the pointer
     };
 
     struct cPlace
@@ -190,14 +190,14 @@ private:
     cHand mHand;
     eFollow mFollow = eFollow::Page;
     bool mIsSnapping = true, mIsFitted = true, mIsHelpOpen = false;
-    int mGrid = 1; ///< 0 rows, 1 beats, 2 bars
-    float mSplit = 0.46f; ///< of the height, for the picture
-    double mScroll = 0.0; ///< of the lanes, pixels
+    int mGrid = 1;          ///< 0 rows, 1 beats, 2 bars
+    float mSplit = 0.46f;   ///< of the height, for the picture
+    double mScroll = 0.0;   ///< of the lanes, pixels
     double mShownRow = 0.0; ///< of the playhead, in the frame before
     char mSearch[128] = "";
     bool mIsSearchAsked = false;
     std::vector<timeline::cSectionSpan> mSections;
-    tProblems mProblems; ///< of this frame
+    tProblems mProblems;         ///< of this frame
     std::vector<cPlace> mPlaces; ///< lanes on the page
     cArea mToolbar, mPicture, mSide, mTimeline, mRuler, mMusicStrip, mWordStrip, mLaneArea, mStatus;
     bool mIsOverTimeline = false;

@@ -103,8 +103,8 @@ void cPage::Do(eCommand command)
     }
     case eCommand::LoopEnd: {
         const int begin = transport.Region() ? transport.Region()->mFrom : here;
-        transport.SetRegion({begin < here ? begin : std::max(here - tempo.RowsPerBar(), 0),
-                             std::max(here, 1)});
+        transport.SetRegion(
+            {begin < here ? begin : std::max(here - tempo.RowsPerBar(), 0), std::max(here, 1)});
         return transport.SetLooping(true);
     }
     case eCommand::Fit: {
@@ -367,8 +367,8 @@ void cPage::Hover()
     const vyr::cTempo &tempo = mStudio.Transport().Tempo();
     const auto keys = mPicker.KeysAt(KeysOn(*place), {double(Pointer().x), double(Pointer().y)});
     if (keys.empty()) {
-        const double row = std::clamp(mView.Row(double(Pointer().x)), 0.0,
-                                      mStudio.Transport().LastRow());
+        const double row =
+            std::clamp(mView.Row(double(Pointer().x)), 0.0, mStudio.Transport().LastRow());
         ImGui::SetTooltip("%s   %s", vyr::FormatRow(int(row), tempo).c_str(),
                           NameOf(*place->mLane, place->mLane->mCurve.Value(row)).c_str());
         return;
@@ -386,7 +386,9 @@ void cPage::Hover()
     const std::string line(mStudio.Document().Lines().Content(text.mLine - 1));
     std::string more;
     if (copies.size() > 1)
-        more.append("\n").append(std::to_string(copies.size())).append(" copies of section ")
+        more.append("\n")
+            .append(std::to_string(copies.size()))
+            .append(" copies of section ")
             .append(text.mSection);
     if (!text.mFixed.empty())
         more.append("\n").append(text.mFixed);
@@ -518,8 +520,7 @@ void cPage::Hold()
     for (const timeline::cShowTrack &track : mStudio.Document().Tracks())
         for (const timeline::cShowKey &key : track.mKeys)
             if (mStudio.IsSelected(key.mId) || mCopies.count(key.mId))
-                mHand.mHeld.push_back(
-                    {track.mName, key.mKey.row, !mStudio.IsSelected(key.mId)});
+                mHand.mHeld.push_back({track.mName, key.mKey.row, !mStudio.IsSelected(key.mId)});
 }
 
 // Where a held key lies while the hand drags. Copies go as far as the key that is dragged.
@@ -612,10 +613,9 @@ void cPage::UpdateMove()
     if (x != 0.0)
         rows = SnapRow(mView.X(mHand.mKeyRow) + x) - mHand.mKeyRow;
     cLane *lane = mStudio.Lanes().Find(mHand.mTrack);
-    const double value =
-        lane && y != 0.0
-            ? DraggedValue(*lane, double(mHand.mKeyValue), y, mHand.mPerPixel, io.KeyCtrl)
-            : double(mHand.mKeyValue);
+    const double value = lane && y != 0.0 ? DraggedValue(*lane, double(mHand.mKeyValue), y,
+                                                         mHand.mPerPixel, io.KeyCtrl)
+                                          : double(mHand.mKeyValue);
     // Nothing is worked out anew while hand and text stand still.
     const bool isSame = !mHand.mEdits.IsEmpty() && rows == mHand.mRows && value == mHand.mValue &&
                         mStudio.Generation() == mHand.mGeneration;
@@ -667,7 +667,8 @@ void cPage::UpdateBox()
     const cPoint corner{mView.X(mHand.mStartRow),
                         double(mHand.mStart.y) + mHand.mStartScroll - mScroll},
         other{double(Pointer().x), double(Pointer().y)};
-    cStudio::tSelection selection = io.KeyShift || io.KeyCtrl ? mHand.mBefore : cStudio::tSelection{};
+    cStudio::tSelection selection =
+        io.KeyShift || io.KeyCtrl ? mHand.mBefore : cStudio::tSelection{};
     // Lanes that have been scrolled away are in the box too.
     const std::vector<cLane *> shown = mStudio.Lanes().Shown(mSearch);
     const double step = mPlaces.size() > 1
@@ -676,14 +677,14 @@ void cPage::UpdateBox()
     const double height = mPlaces.empty() ? 0.0 : double(mPlaces[0].mArea.Height());
     for (size_t i = 0; i < shown.size(); i++) {
         const float top = float(double(mLaneArea.mMin.y) + double(i) * step - mScroll);
-        const cPlace place{shown[i], {{mLaneArea.mMin.x, top},
-                                      {mLaneArea.mMax.x, top + float(height)}}};
+        const cPlace place{shown[i],
+                           {{mLaneArea.mMin.x, top}, {mLaneArea.mMax.x, top + float(height)}}};
         const cValueView values = ValuesOf(place);
         std::vector<cPlacedKey> keys;
         const auto &all = shown[i]->mCurve.Keys();
         for (size_t key = 0; key < shown[i]->mIds.size() && key < all.size(); key++)
-            keys.push_back({shown[i]->mIds[key],
-                            {mView.X(all[key].row), values.Y(double(all[key].value))}});
+            keys.push_back(
+                {shown[i]->mIds[key], {mView.X(all[key].row), values.Y(double(all[key].value))}});
         for (const timeline::cKeyId &key : cPicker::KeysIn(keys, corner, other))
             io.KeyCtrl ? void(selection.erase(key)) : void(selection.insert(key));
     }

@@ -16,8 +16,11 @@ const ImU32 ink = IM_COL32(0x2a, 0x2a, 0x28, 255), faint = IM_COL32(0x6e, 0x69, 
             fine = IM_COL32(0xe8, 0xe1, 0xd0, 255), red = IM_COL32(0xc8, 0x2d, 0x1d, 255),
             petrol = IM_COL32(0x1e, 0x4f, 0x5a, 255), plum = IM_COL32(0x4b, 0x2e, 0x57, 255),
             cream = IM_COL32(0xf5, 0xe9, 0xd0, 255), amber = IM_COL32(0xff, 0xb3, 0x47, 255);
-const ImU32 laneColors[] = {petrol, IM_COL32(0xb8, 0x45, 0x2d, 255), plum,
-                            IM_COL32(0x8a, 0x5a, 0x08, 255), IM_COL32(0x2f, 0x7d, 0x68, 255),
+const ImU32 laneColors[] = {petrol,
+                            IM_COL32(0xb8, 0x45, 0x2d, 255),
+                            plum,
+                            IM_COL32(0x8a, 0x5a, 0x08, 255),
+                            IM_COL32(0x2f, 0x7d, 0x68, 255),
                             IM_COL32(0x7a, 0x3b, 0x2e, 255)};
 const double laneHeight = 58.0, laneGap = 6.0, keySize = 4.0; // pixels at scale 1
 
@@ -120,8 +123,8 @@ std::vector<cPage::cPlace> cPage::PlaceLanes()
         const float top = mLaneArea.mMin.y + float(double(i) * step - mScroll);
         if (top + float(step) < mLaneArea.mMin.y || top > mLaneArea.mMax.y)
             continue;
-        places.push_back({shown[i],
-                          {{mLaneArea.mMin.x, top}, {mLaneArea.mMax.x, top + S(laneHeight)}}});
+        places.push_back(
+            {shown[i], {{mLaneArea.mMin.x, top}, {mLaneArea.mMax.x, top + S(laneHeight)}}});
     }
     return places;
 }
@@ -246,7 +249,8 @@ void cPage::DrawRegion(ImDrawList &list)
         const bool isOn = mStudio.Transport().IsLooping();
         const ImU32 color = isOn ? amber : Faded(amber, 0.5);
         list.AddRectFilled({from, mRuler.mMin.y + S(17)}, {to, mRuler.mMin.y + S(22)}, color);
-        list.AddRectFilled({from - S(2), mRuler.mMin.y + S(16)}, {from + S(2), mRuler.mMax.y}, color);
+        list.AddRectFilled({from - S(2), mRuler.mMin.y + S(16)}, {from + S(2), mRuler.mMax.y},
+                           color);
         list.AddRectFilled({to - S(2), mRuler.mMin.y + S(16)}, {to + S(2), mRuler.mMax.y}, color);
         if (isOn)
             list.AddRectFilled({from, mRuler.mMax.y}, {to, mTimeline.mMax.y}, Faded(amber, 0.08));
@@ -279,7 +283,8 @@ void cPage::DrawMusic(ImDrawList &list)
         const double from = tempo.Seconds(mView.Row(x)), to = tempo.Seconds(mView.Row(x + step));
         float low = 0.0f, high = 0.0f;
         if (to - from > music->mStep) {
-            const size_t end = std::min(size_t(std::max(to / music->mStep, 0.0)), music->mLow.size());
+            const size_t end =
+                std::min(size_t(std::max(to / music->mStep, 0.0)), music->mLow.size());
             for (size_t i = size_t(std::max(from / music->mStep, 0.0)); i < end; i++) {
                 low = std::min(low, music->mLow[i]);
                 high = std::max(high, music->mHigh[i]);
@@ -342,7 +347,8 @@ void cPage::DrawLaneHead(ImDrawList &list, const cPlace &place)
 {
     cLane &lane = *place.mLane;
     const size_t index = size_t(&lane - mStudio.Lanes().All().data());
-    const bool isGood = std::ranges::find(mProblems, lane.mTrack, &cProblem::mTrack) == mProblems.end();
+    const bool isGood =
+        std::ranges::find(mProblems, lane.mTrack, &cProblem::mTrack) == mProblems.end();
     const ImU32 color = isGood ? laneColors[index % std::size(laneColors)] : red;
     const float top = place.mArea.mMin.y;
     ImGui::PushFont(mGui.Bold());
@@ -421,15 +427,16 @@ void cPage::DrawBlocks(ImDrawList &list, const cPlace &place)
         if (picked < 0)
             continue;
         const bool isLast = i + 1 == keys.size();
-        const float from = float(mView.X(i == 0 ? std::min(0.0, double(keys[0].row)) : keys[i].row));
-        const float to = float(mView.X(isLast ? mStudio.Transport().LastRow()
-                                              : double(keys[i + 1].row)));
+        const float from =
+            float(mView.X(i == 0 ? std::min(0.0, double(keys[0].row)) : keys[i].row));
+        const float to =
+            float(mView.X(isLast ? mStudio.Transport().LastRow() : double(keys[i + 1].row)));
         list.AddRectFilled({from + 1, place.mArea.mMin.y + 1}, {to - 1, place.mArea.mMax.y - 1},
                            Faded(petrol, 0.16));
         float left = from + S(3);
         record::cSize size;
-        const bool isPicture = size_t(picked) < lane.mFiles.size() &&
-                               !lane.mFiles[size_t(picked)].ends_with(".lwo");
+        const bool isPicture =
+            size_t(picked) < lane.mFiles.size() && !lane.mFiles[size_t(picked)].ends_with(".lwo");
         const unsigned int texture =
             isPicture && to - from > S(8)
                 ? mStudio.Preview().FindPicture(lane.mFiles[size_t(picked)], size)
@@ -494,8 +501,8 @@ void cPage::DrawKeys(ImDrawList &list, const cPlace &place, ImU32 color)
         const ImVec2 at(float(mView.X(key.row)), float(values.Y(double(key.value))));
         const auto inHand = held.find(key.row);
         const bool isHeld = inHand != held.end();
-        const bool isSelected = hasIds ? mStudio.IsSelected(lane.mIds[i])
-                                       : isHeld && !inHand->second;
+        const bool isSelected =
+            hasIds ? mStudio.IsSelected(lane.mIds[i]) : isHeld && !inHand->second;
         const bool isCopy = hasIds ? mCopies.count(lane.mIds[i]) != 0 : isHeld && inHand->second;
         const bool isHovered = hasIds && lane.mIds[i] == mHovered;
         if (isCopy || isHovered)

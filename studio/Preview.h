@@ -45,9 +45,9 @@ public:
     bool Draw(double row, std::string &error);
     /// What is drawn changes without a change of the row.
     void Forget() { mDrawn.reset(); }
-    unsigned int Texture() const { return mTexture; } ///< rows bottom first
+    unsigned int Texture() const { return mTexture; }     ///< rows bottom first
     double FrameSeconds() const { return mFrameSeconds; } ///< that the last frame took to be drawn
-    record::cPicture Read(); ///< the picture as it is, for a still
+    record::cPicture Read();                              ///< the picture as it is, for a still
 
     /// The file `path`, as the show names it, has changed. False with one line in `error`, and what
     /// was made of it before is drawn on.

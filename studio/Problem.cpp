@@ -23,8 +23,8 @@ std::vector<std::string> WordsOf(const std::string &text)
 bool NeedsTerminal(const std::string &program)
 {
     const std::string name = std::filesystem::path(program).filename().string();
-    for (const char *known : {"vi", "vim", "nvim", "nano", "pico", "micro", "hx", "kak", "joe", "ne",
-                              "mcedit", "ed"})
+    for (const char *known :
+         {"vi", "vim", "nvim", "nano", "pico", "micro", "hx", "kak", "joe", "ne", "mcedit", "ed"})
         if (name == known)
             return true;
     return false;
@@ -97,7 +97,8 @@ std::vector<std::string> EditorCommand(const std::string &file, int line, int co
     line = std::max(line, 1);
     if (TakesColumns(words[0])) {
         words.push_back("-g");
-        words.push_back(file + ':' + std::to_string(line) + ':' + std::to_string(std::max(column, 1)));
+        words.push_back(file + ':' + std::to_string(line) + ':' +
+                        std::to_string(std::max(column, 1)));
         return words;
     }
     if (NeedsTerminal(words[0]))

@@ -9,7 +9,7 @@ namespace studio
 /// Something that an author has to mend, and where.
 struct cProblem
 {
-    std::string mFile; ///< empty: it is in no file
+    std::string mFile;          ///< empty: it is in no file
     int mLine = 0, mColumn = 0; ///< from 1; 0: the whole file
     std::string mWhat;
     std::string mTrack; ///< at whose lane it is shown; empty: at none

@@ -59,10 +59,11 @@ record::cSize ReadSize(const std::string &text, const std::string &option)
 // Nothing comes back when only help or the version was asked for, which have been printed.
 std::optional<cOptions> ReadCommandLine(int argc, char **argv)
 {
-    CLI::App app("Plays a show beside its timeline and its music. What is dragged here is changed in "
-                 "the author's own text; what any editor saves is seen here at once.\n"
-                 "Opening a show runs its code.",
-                 "vyr-studio");
+    CLI::App app(
+        "Plays a show beside its timeline and its music. What is dragged here is changed in "
+        "the author's own text; what any editor saves is seen here at once.\n"
+        "Opening a show runs its code.",
+        "vyr-studio");
     cOptions options;
     std::string size, window;
     app.add_option("DIR", options.mShow, "the show's folder [build/show]");
@@ -75,8 +76,7 @@ std::optional<cOptions> ReadCommandLine(int argc, char **argv)
     app.add_option("--size", size, "pixels of the picture [1280x720]")->type_name("WxH");
     app.add_option("--window", window, "pixels of the window [1600x1000]")->type_name("WxH");
     app.add_flag("--mute", options.mIsMuted, "without sound");
-    app.add_option("--script", options.mScript,
-                   "do what stands there, frame by frame, and end")
+    app.add_option("--script", options.mScript, "do what stands there, frame by frame, and end")
         ->type_name("FILE");
     app.set_version_flag("--version", std::string("vyr-studio ") + VYR_VERSION);
     try {

@@ -72,9 +72,9 @@ void cMusicStream::SetLoop(std::optional<cLoop> loop)
 double cMusicStream::FrameAt(double played) const
 {
     const std::lock_guard lock(mMutex);
-    const auto after = std::upper_bound(
-        mRuns.begin(), mRuns.end(), played,
-        [](double frame, const cRun &run) { return frame < double(run.mStream); });
+    const auto after =
+        std::upper_bound(mRuns.begin(), mRuns.end(), played,
+                         [](double frame, const cRun &run) { return frame < double(run.mStream); });
     const cRun &run = after == mRuns.begin() ? mRuns.front() : *(after - 1);
     return double(run.mMusic) + played - double(run.mStream);
 }

@@ -34,8 +34,8 @@ struct cLoop
 };
 
 /// Music from a frame on, with or without a loop. What reaches the loop's end goes on at its
-/// beginning, without a gap, frame by frame; what begins behind the loop never enters it. One thread
-/// reads; any thread asks for places and changes the loop.
+/// beginning, without a gap, frame by frame; what begins behind the loop never enters it. One
+/// thread reads; any thread asks for places and changes the loop.
 class cMusicStream : public vyr::SoundStream
 {
 public:

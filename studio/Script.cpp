@@ -12,12 +12,21 @@ namespace studio
 {
 namespace
 {
-const std::map<std::string, tKey> keyNames = {
-    {"Space", GLFW_KEY_SPACE},    {"Left", GLFW_KEY_LEFT},     {"Right", GLFW_KEY_RIGHT},
-    {"Up", GLFW_KEY_UP},          {"Down", GLFW_KEY_DOWN},     {"Home", GLFW_KEY_HOME},
-    {"End", GLFW_KEY_END},        {"PageUp", GLFW_KEY_PAGE_UP}, {"PageDown", GLFW_KEY_PAGE_DOWN},
-    {"Del", GLFW_KEY_DELETE},     {"Backspace", GLFW_KEY_BACKSPACE}, {"Enter", GLFW_KEY_ENTER},
-    {"Esc", GLFW_KEY_ESCAPE},     {"Tab", GLFW_KEY_TAB},       {"F1", GLFW_KEY_F1}};
+const std::map<std::string, tKey> keyNames = {{"Space", GLFW_KEY_SPACE},
+                                              {"Left", GLFW_KEY_LEFT},
+                                              {"Right", GLFW_KEY_RIGHT},
+                                              {"Up", GLFW_KEY_UP},
+                                              {"Down", GLFW_KEY_DOWN},
+                                              {"Home", GLFW_KEY_HOME},
+                                              {"End", GLFW_KEY_END},
+                                              {"PageUp", GLFW_KEY_PAGE_UP},
+                                              {"PageDown", GLFW_KEY_PAGE_DOWN},
+                                              {"Del", GLFW_KEY_DELETE},
+                                              {"Backspace", GLFW_KEY_BACKSPACE},
+                                              {"Enter", GLFW_KEY_ENTER},
+                                              {"Esc", GLFW_KEY_ESCAPE},
+                                              {"Tab", GLFW_KEY_TAB},
+                                              {"F1", GLFW_KEY_F1}};
 const std::map<std::string, int> buttons = {{"left", 0}, {"", 0}, {"right", 1}, {"middle", 2}};
 
 bool SetModifier(const std::string &name, bool isOn, cModifiers &modifiers)
@@ -205,8 +214,10 @@ private:
             return "no instruction \"" + verb + "\"";
         if (rest.empty())
             return verb + " needs something behind it";
-        Add(verb == "run" ? cStep::RUN : verb == "print" ? cStep::PRINT : cStep::SCREENSHOT).mText =
-            rest;
+        Add(verb == "run"     ? cStep::RUN
+            : verb == "print" ? cStep::PRINT
+                              : cStep::SCREENSHOT)
+            .mText = rest;
         return "";
     }
 

@@ -38,8 +38,7 @@ std::string DumpTracks(const fs::path &folder, const vyr::cShowDescription &show
 template <typename T>
 bool IsReady(const std::future<T> &future)
 {
-    return future.valid() &&
-           future.wait_for(std::chrono::seconds(0)) == std::future_status::ready;
+    return future.valid() && future.wait_for(std::chrono::seconds(0)) == std::future_status::ready;
 }
 
 // The words lie beside the timeline, under one of the usual names.
@@ -103,8 +102,8 @@ cStudio::~cStudio() = default;
 fs::path cStudio::SourceOf(const std::string &file) const
 {
     const fs::path name(file);
-    const bool isCopied = !mSources.mData.empty() && name.begin() != name.end() &&
-                          *name.begin() == "data";
+    const bool isCopied =
+        !mSources.mData.empty() && name.begin() != name.end() && *name.begin() == "data";
     return isCopied ? mSources.mData / name.lexically_relative("data") : mOpen.mShow / name;
 }
 
@@ -175,8 +174,9 @@ void cStudio::TakeFile(const std::string &name)
     else if (isGood) // it may have been what was missing
         TakeShow();
     else
-        SetProblems(name, isShader ? FromShaderLog(source.string(), error)
-                                   : tProblems{{source.string(), 0, 0, error, TrackThatPicks(name)}});
+        SetProblems(name, isShader
+                              ? FromShaderLog(source.string(), error)
+                              : tProblems{{source.string(), 0, 0, error, TrackThatPicks(name)}});
 }
 
 std::string cStudio::TrackThatPicks(const std::string &file) const
@@ -223,9 +223,8 @@ void cStudio::TakeTimeline()
         mFile.ReadAgain();
     tProblems problems;
     for (const timeline::cTextFault &fault : mFile.Faults())
-        problems.push_back(
-            {mFile.Path().string(), fault.mPlace.mLine, fault.mPlace.mColumn, fault.mWhat,
-             TrackAbove(fault.mPlace.mLine)});
+        problems.push_back({mFile.Path().string(), fault.mPlace.mLine, fault.mPlace.mColumn,
+                            fault.mWhat, TrackAbove(fault.mPlace.mLine)});
     SetProblems("timeline", problems);
     ShowDocument();
 }
@@ -317,7 +316,8 @@ bool cStudio::TakeMusic()
         mMusic = std::move(result.mMeasure);
     }
     const std::string file = SourceOf(Show().mMusic).string();
-    SetProblems("music", result.mSamples ? tProblems{} : tProblems{{file, 0, 0, result.mError, ""}});
+    SetProblems("music",
+                result.mSamples ? tProblems{} : tProblems{{file, 0, 0, result.mError, ""}});
     return true;
 }
 
@@ -363,12 +363,14 @@ void cStudio::MeasureFlashes()
     const record::cFrameRate rate{30, 1};
     const record::cFrameGrid grid(rate, Show().mRowsPerSecond);
     const int64_t frame = grid.FirstAtOrAfter(record::ToMicroRow(mTransport.Row()));
-    const bool isNext = mMeasuredFrame >= 0 && frame > mMeasuredFrame && frame < mMeasuredFrame + 30;
+    const bool isNext =
+        mMeasuredFrame >= 0 && frame > mMeasuredFrame && frame < mMeasuredFrame + 30;
     if (frame == mMeasuredFrame)
         return;
     const record::cPicture whole = mPreview.Read();
     record::cDrawnFrame drawn;
-    drawn.mPicture = record::Shrink(whole, std::min(256, whole.mWidth), std::min(144, whole.mHeight));
+    drawn.mPicture =
+        record::Shrink(whole, std::min(256, whole.mWidth), std::min(144, whole.mHeight));
     if (!isNext)
         mFlashMeter.emplace(drawn.mPicture.mWidth, drawn.mPicture.mHeight, rate);
     drawn.mFrame = frame;
@@ -387,9 +389,8 @@ bool cStudio::UpdateBuild()
 {
     if (mIsBuildAsked && !mBuild && !mSources.mBuild.empty()) {
         mIsBuildAsked = false;
-        mBuild = std::make_unique<cCommand>(
-            std::vector<std::string>{"cmake", "--build", mSources.mBuild.string(), "--target",
-                                     mSources.mTarget});
+        mBuild = std::make_unique<cCommand>(std::vector<std::string>{
+            "cmake", "--build", mSources.mBuild.string(), "--target", mSources.mTarget});
         return true;
     }
     if (!mBuild)
@@ -411,8 +412,7 @@ bool cStudio::UpdateRecorder()
     if (!mRecorder->HasEnded())
         return false;
     const bool isDone = mRecorder->Status() == 0;
-    Say(isDone ? "recorded: " + mRecorded.string()
-               : "not recorded: " + mRecorder->LastLine());
+    Say(isDone ? "recorded: " + mRecorded.string() : "not recorded: " + mRecorder->LastLine());
     mRecorder.reset();
     return true;
 }
@@ -587,10 +587,7 @@ void cStudio::Quantise(int grid)
     EndDrag(timeline::QuantiseKeys(Document(), SelectedIds(), grid));
 }
 
-void cStudio::Nudge(int rows)
-{
-    EndDrag(timeline::MoveKeys(Document(), SelectedIds(), rows));
-}
+void cStudio::Nudge(int rows) { EndDrag(timeline::MoveKeys(Document(), SelectedIds(), rows)); }
 
 void cStudio::SetInterpolation(signed char type)
 {
@@ -652,7 +649,8 @@ bool cStudio::Retype(const timeline::cKeyId &id, const std::string &time, const 
     }
     const auto *kind = std::ranges::find(timeline::kInterpolations, interpolation);
     if (!interpolation.empty() && kind == std::end(timeline::kInterpolations)) {
-        Say("interpolation \"" + interpolation + "\": expected hold, linear, smoothstep or quadratic");
+        Say("interpolation \"" + interpolation +
+            "\": expected hold, linear, smoothstep or quadratic");
         return false;
     }
     if (!interpolation.empty())
@@ -693,8 +691,7 @@ bool cStudio::Drag(const timeline::cEdits &edits)
 }
 
 // A key that comes to another section is another line then: it is found by its place.
-std::vector<std::pair<std::string, int>>
-cStudio::PlacesAfter(const timeline::cEdits &edits) const
+std::vector<std::pair<std::string, int>> cStudio::PlacesAfter(const timeline::cEdits &edits) const
 {
     std::map<timeline::tLineId, int> rows; // that the keys of a line move by
     for (const timeline::cKeyChange &change : edits.mChanges)
@@ -757,10 +754,18 @@ void cStudio::Record(const fs::path &file, double fromRow, double toRow)
 {
     mRecorded = file;
     const record::cSize size = mPreview.Size();
-    std::vector<std::string> words = {
-        BesideThisProgram("vyr-record"), "--show", mOpen.mShow.string(), "--size",
-        std::to_string(size.mWidth) + "x" + std::to_string(size.mHeight), "--from",
-        ToText(fromRow), "--to", ToText(toRow), "-o", file.string()};
+    std::vector<std::string> words = {BesideThisProgram("vyr-record"),
+                                      "--show",
+                                      mOpen.mShow.string(),
+                                      "--size",
+                                      std::to_string(size.mWidth) + "x" +
+                                          std::to_string(size.mHeight),
+                                      "--from",
+                                      ToText(fromRow),
+                                      "--to",
+                                      ToText(toRow),
+                                      "-o",
+                                      file.string()};
     if (const fs::path lyrics = FindWords(mFile.Path()); !lyrics.empty())
         words.insert(words.end(), {"--lyrics", lyrics.string()});
     mRecorder = std::make_unique<cCommand>(words);

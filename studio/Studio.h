@@ -33,8 +33,8 @@ struct cOpen
 };
 
 /// Everything about an open show but its page: its picture and its sound, its text and who has
-/// changed it, what is selected, what is wrong. What a hand asks for is a call here; what is refused
-/// is said in one line, by Message.
+/// changed it, what is selected, what is wrong. What a hand asks for is a call here; what is
+/// refused is said in one line, by Message.
 class cStudio
 {
 public:
@@ -176,7 +176,7 @@ private:
     tSelection mSelection;
     timeline::cClip mClip;
     std::string mMessage;
-    std::map<std::string, tProblems> mProblems; ///< by what they come from
+    std::map<std::string, tProblems> mProblems;     ///< by what they come from
     std::map<std::string, std::string> mTrackBytes; ///< as they stand in the folder
 
     std::future<cMusicResult> mMusicUnderWay;

@@ -16,8 +16,8 @@ class cTimelineFile
 {
 public:
     /// The timeline in `path`. As long as that has faults or can't be read, and for good where
-    /// `path` is empty, `tracks` stands for it, a timeline without faults made of the show's tracks,
-    /// which can't be changed.
+    /// `path` is empty, `tracks` stands for it, a timeline without faults made of the show's
+    /// tracks, which can't be changed.
     cTimelineFile(const std::filesystem::path &path, const std::string &tracks);
 
     const std::filesystem::path &Path() const { return mPath; } ///< empty: no file

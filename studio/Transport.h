@@ -64,7 +64,7 @@ private:
     bool mIsPlaying = false, mIsScrubbing = false, mWasPlaying = false, mAreGrainsOn = true;
     std::optional<cRegion> mRegion;
     bool mIsLooping = false;
-    int mRate = 0; ///< of the music, frames a second; 0: there is none
+    int mRate = 0;          ///< of the music, frames a second; 0: there is none
     double mMusicEnd = 0.0; ///< rows
 };
 

@@ -50,8 +50,7 @@ uint64_t HashOfFile(const fs::path &file)
 {
     std::string bytes, ignored;
     std::error_code error;
-    if (!fs::is_regular_file(file, error) ||
-        !tools::ReadWhole(file, maximumBytes, bytes, ignored))
+    if (!fs::is_regular_file(file, error) || !tools::ReadWhole(file, maximumBytes, bytes, ignored))
         return 0;
     return std::max<uint64_t>(XXH3_64bits(bytes.data(), bytes.size()), 1);
 }
@@ -86,8 +85,8 @@ void cWatcher::Watch(const std::vector<fs::path> &files)
     for (const fs::path &file : files) {
         const fs::path name = Absolute(file);
         const auto known = before.find(name);
-        mFiles[name] = known != before.end() ? known->second
-                                             : cFile{HashOfFile(name), StampOf(name), -1.0};
+        mFiles[name] =
+            known != before.end() ? known->second : cFile{HashOfFile(name), StampOf(name), -1.0};
         for (const fs::path &place : {name, Target(name)}) {
             WatchFolder(place.parent_path());
             mNames.emplace(place, name);

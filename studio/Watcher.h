@@ -42,9 +42,9 @@ public:
 private:
     struct cFile
     {
-        uint64_t mContent = 0;   ///< a hash; 0: not there
-        int64_t mStamp = 0;      ///< time of change, size and number of the file, in one
-        double mDue = -1.0;      ///< when it is to be compared; below 0: nothing has happened
+        uint64_t mContent = 0; ///< a hash; 0: not there
+        int64_t mStamp = 0;    ///< time of change, size and number of the file, in one
+        double mDue = -1.0;    ///< when it is to be compared; below 0: nothing has happened
     };
     void WatchFolder(const std::filesystem::path &folder);
     void ReadEvents(double now);
@@ -52,9 +52,10 @@ private:
     void Touch(const std::filesystem::path &file, double due);
 
     int mNotify = -1;
-    std::map<int, std::filesystem::path> mFolders;     ///< by watch
-    std::map<std::filesystem::path, cFile> mFiles;     ///< by the name that was given
-    std::multimap<std::filesystem::path, std::filesystem::path> mNames; ///< events' name, given name
+    std::map<int, std::filesystem::path> mFolders; ///< by watch
+    std::map<std::filesystem::path, cFile> mFiles; ///< by the name that was given
+    std::multimap<std::filesystem::path, std::filesystem::path>
+        mNames; ///< events' name, given name
     double mLastLook = 0.0;
 };
 

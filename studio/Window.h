@@ -31,7 +31,7 @@ public:
     bool IsToClose() const;
     void SetToClose(bool isToClose);
     void SetTitle(const std::string &title); ///< nothing where it is that already
-    void Present(); ///< of the page; the first time the window appears
+    void Present();                          ///< of the page; the first time the window appears
     vyr::platform::Size Size() const;        ///< of the page in pixels
     /// Pixels of the page for one unit in which the pointer is given.
     double PixelsPerUnit() const;

@@ -22,7 +22,8 @@ protected:
     static std::string Fragment(const std::string &color)
     {
         return "uniform float level;\nuniform vec2 pair[2];\nuniform int whole;\nvoid main() "
-               "{ gl_FragColor = vec4(" + color + ", level * pair[1].y * float(whole), 1.0); }\n";
+               "{ gl_FragColor = vec4(" +
+               color + ", level * pair[1].y * float(whole), 1.0); }\n";
     }
 
     unsigned int MakeProgram()
@@ -106,8 +107,8 @@ TEST_F(Refresh, ProgramIsLinkedAnewAndKeepsItsUniforms)
 TEST_F(Refresh, ProgramStaysWhenItsShaderDoesNotCompileOrLink)
 {
     const unsigned int program = MakeProgram();
-    for (const char *broken : {"void main() { nonsense; }\n",
-                               "void later();\nvoid main() { later(); }\n", ""}) {
+    for (const char *broken :
+         {"void main() { nonsense; }\n", "void later();\nvoid main() { later(); }\n", ""}) {
         test::WriteFile("a.fs", broken);
         std::string log;
         EXPECT_FALSE(vyr::cRenderer::RefreshShaders("a.fs", log));

@@ -1,5 +1,5 @@
-#include "sound/SoundDecoder.h"
 #include "sound/SoundPlayer.h"
+#include "sound/SoundDecoder.h"
 
 #include "tests/sound/SoundTestDevice.h"
 #include "tests/sound/SoundTestSupport.h"

@@ -1,5 +1,5 @@
-#include "studio/Commands.h"
 #include "studio/Events.h"
+#include "studio/Commands.h"
 
 #include <gtest/gtest.h>
 

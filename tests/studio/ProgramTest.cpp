@@ -21,7 +21,8 @@ using tWords = std::vector<std::string>;
 
 namespace
 {
-const std::string program = VYR_BINARY_DIR "/bin/vyr-studio", recorder = VYR_BINARY_DIR "/bin/vyr-record";
+const std::string program = VYR_BINARY_DIR "/bin/vyr-studio",
+                  recorder = VYR_BINARY_DIR "/bin/vyr-record";
 
 std::vector<std::string> LinesOf(const std::string &text)
 {
@@ -45,8 +46,8 @@ protected:
 
     static tWords Command(const tWords &more)
     {
-        tWords words = {program, "show", "--timeline", "night.txt", "--size", "160x90",
-                        "--window", "1200x700", "--mute"};
+        tWords words = {program,  "show",     "--timeline", "night.txt", "--size",
+                        "160x90", "--window", "1200x700",   "--mute"};
         words.insert(words.end(), more.begin(), more.end());
         return words;
     }
@@ -68,8 +69,8 @@ protected:
     /// Hashes of all frames of the show as it stands, in their order.
     static std::vector<std::string> Record()
     {
-        const auto result = test::Run({recorder, "--show", "show", "--size", "160x90", "--manifest",
-                                       "manifest"});
+        const auto result =
+            test::Run({recorder, "--show", "show", "--size", "160x90", "--manifest", "manifest"});
         EXPECT_EQ(result.mStatus, 0) << result.mErrors;
         std::vector<std::string> hashes;
         for (const std::string &line : LinesOf(test::ReadFile("manifest")))
@@ -111,11 +112,11 @@ TEST_F(Studio, PreviewIsTheRecordersFrameAfterEditUndoLoopAndReload)
 {
     const std::string places = Seek(300) + "print frame\n" + Seek(333) + "print frame\n";
     const auto recorded = Record();
-    const auto printed =
-        Print("lane moon:x 0:0\nclick\nkey Enter\nwait 3\ntype 640\nkey Enter\nwait 2\n" + places +
-              "key Ctrl+Z\n" + places +
-              "key B\nseek 4:0\nkey N\nkey Space\nwait 200\nkey Space\nkey L\n" + places +
-              "run touch night.txt && cp night.txt n && echo >> n && mv n night.txt\nsettle\n" + places);
+    const auto printed = Print(
+        "lane moon:x 0:0\nclick\nkey Enter\nwait 3\ntype 640\nkey Enter\nwait 2\n" + places +
+        "key Ctrl+Z\n" + places +
+        "key B\nseek 4:0\nkey N\nkey Space\nwait 200\nkey Space\nkey L\n" + places +
+        "run touch night.txt && cp night.txt n && echo >> n && mv n night.txt\nsettle\n" + places);
     ASSERT_EQ(printed.size(), 8u);
     EXPECT_NE(printed[0], recorded[300]); // the moon stands elsewhere
     for (size_t i = 2; i < printed.size(); i++)
@@ -126,7 +127,8 @@ TEST_F(Studio, PreviewIsTheRecordersFrameAfterEditUndoLoopAndReload)
 TEST_F(Studio, ChangedTracksAreInTheShowsFolder)
 {
     const auto printed = Print("lane moon:x 0:0\nclick\nkey Enter\nwait 3\ntype 640\nkey Enter\n"
-                               "wait 2\n" + Seek(300) + "print frame\n");
+                               "wait 2\n" +
+                               Seek(300) + "print frame\n");
     EXPECT_EQ(printed.back(), Record()[300]);
 }
 
@@ -205,10 +207,11 @@ TEST_F(Studio, BoxSelectsAcrossLanesAndCopiesGoToThePlayhead)
 
 TEST_F(Studio, ShaderThatDoesNotCompileIsNamedAndTheLastGoodOneDrawn)
 {
-    const auto printed = Print(Seek(300) + "print frame\nrun sed -i 's/main/brok en/' show/data/*.fs\n"
-                               "settle\nprint problems\nprint frame\n"
-                               "run sed -i 's/brok en/main/' show/data/*.fs\nsettle\n"
-                               "print problems\nprint frame\n");
+    const auto printed =
+        Print(Seek(300) + "print frame\nrun sed -i 's/main/brok en/' show/data/*.fs\n"
+                          "settle\nprint problems\nprint frame\n"
+                          "run sed -i 's/brok en/main/' show/data/*.fs\nsettle\n"
+                          "print problems\nprint frame\n");
     ASSERT_GE(printed.size(), 4u);
     EXPECT_THAT(printed[1], HasSubstr("show/data/fog.fs:"));
     EXPECT_EQ(printed[printed.size() - 2], printed[0]);
@@ -218,7 +221,8 @@ TEST_F(Studio, ShaderThatDoesNotCompileIsNamedAndTheLastGoodOneDrawn)
 TEST_F(Studio, ChangedShaderPictureAndTimelineAreOnTheScreen)
 {
     const auto printed = Print(
-        Seek(300) + "print frame\n"
+        Seek(300) +
+        "print frame\n"
         "run sed -i 's/gl_FragColor *=.*/gl_FragColor = vec4(1.0, 0.0, 0.0, 0.5);/' "
         "show/data/fog.fs\nsettle\nprint frame\n"
         "run sed 's/200  linear/900  linear/' night.txt > n && mv n night.txt\nsettle\n"
@@ -233,9 +237,9 @@ TEST_F(Studio, ChangedShaderPictureAndTimelineAreOnTheScreen)
 TEST_F(Studio, TextWithFaultsPlaysOnAndEachIsNamed)
 {
     const auto printed = Print(Seek(300) + "print frame\nrun sed -i 's/ linear/ liner/' night.txt\n"
-                               "settle\nprint frame\nprint problems\n"
-                               "lane moon:x 0:0\nclick\nkey Del\nprint message\n"
-                               "run : > night.txt\nsettle\nprint frame\n");
+                                           "settle\nprint frame\nprint problems\n"
+                                           "lane moon:x 0:0\nclick\nkey Del\nprint message\n"
+                                           "run : > night.txt\nsettle\nprint frame\n");
     ASSERT_GT(printed.size(), 5u);
     EXPECT_EQ(printed[1], printed[0]);
     EXPECT_THAT(printed[2], HasSubstr("night.txt:14:"));
@@ -265,9 +269,11 @@ TEST_F(Studio, TextThatChangesDuringADragIsMergedOrTheDragRefused)
 // The same library under another number of the file system is another one.
 TEST_F(Studio, ShowIsExchangedWhenItsLibraryIsBuiltAnew)
 {
-    const auto printed = Print(Seek(300) + "print frame\nkey Space\nwait 3\nrun cp show/show.so n && "
+    const auto printed = Print(Seek(300) +
+                               "print frame\nkey Space\nwait 3\nrun cp show/show.so n && "
                                "printf x >> n && mv n show/show.so\nsettle\nprint message\n"
-                               "wait 3\nprint title\nkey Space\n" + Seek(300) +
+                               "wait 3\nprint title\nkey Space\n" +
+                               Seek(300) +
                                "print frame\nrun cp /bin/true show/show.so.new && "
                                "mv show/show.so.new show/show.so\nsettle\nprint problems\n"
                                "print frame\n");
@@ -284,9 +290,9 @@ TEST_F(Studio, RecordsTheLoopWithTheRecorder)
     const auto printed = Print("seek 2:0\nkey B\nseek 2:2\nkey N\nkey R\nwait 3\nkey Enter\n"
                                "settle\nprint message\nprint problems\n");
     EXPECT_THAT(printed, ElementsAre(HasSubstr("recorded: ")));
-    const auto frames = test::Run({"ffprobe", "-v", "error", "-count_frames", "-select_streams", "v",
-                                   "-show_entries", "stream=nb_read_frames", "-of", "csv=p=0",
-                                   "Night-2.0.0.mp4"});
+    const auto frames =
+        test::Run({"ffprobe", "-v", "error", "-count_frames", "-select_streams", "v",
+                   "-show_entries", "stream=nb_read_frames", "-of", "csv=p=0", "Night-2.0.0.mp4"});
     EXPECT_EQ(frames.mOutput, "60\n"); // two beats at 120 a minute
 }
 
@@ -299,8 +305,9 @@ TEST_F(Studio, StillIsTheFrame)
 
 TEST_F(Studio, TwoRunsGiveTheSamePictures)
 {
-    const std::string script = "seek 2:1\nlane moon:x 8:0\nclick\nwait 20\nscreenshot SHOT\nkey F1\n"
-                               "wait 1\n";
+    const std::string script =
+        "seek 2:1\nlane moon:x 8:0\nclick\nwait 20\nscreenshot SHOT\nkey F1\n"
+        "wait 1\n";
     for (const char *name : {"a.png", "b.png"}) {
         std::string text = script;
         Print(text.replace(text.find("SHOT"), 4, name));
@@ -312,8 +319,10 @@ TEST_F(Studio, TwoRunsGiveTheSamePictures)
 // Without --timeline and without a note of its build a show can be seen, and nothing be changed.
 TEST_F(Studio, ShowWithoutItsTextCanBeSeen)
 {
-    test::WriteFile("script", Seek(300) + "print frame\nlane moon:x 0:0\nclick\nkey Del\nprint message\n");
-    const auto result = test::Run({program, "show", "--size", "160x90", "--mute", "--script", "script"});
+    test::WriteFile("script",
+                    Seek(300) + "print frame\nlane moon:x 0:0\nclick\nkey Del\nprint message\n");
+    const auto result =
+        test::Run({program, "show", "--size", "160x90", "--mute", "--script", "script"});
     EXPECT_EQ(result.mStatus, 0) << result.mErrors;
     const auto lines = LinesOf(result.mOutput);
     ASSERT_EQ(lines.size(), 2u);

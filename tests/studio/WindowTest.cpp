@@ -1,7 +1,7 @@
 // Real contexts on a screen: what a show leaves, and what the page draws.
 
-#include "studio/Gui.h"
 #include "studio/Window.h"
+#include "studio/Gui.h"
 
 #include <epoxy/gl.h>
 #include <gtest/gtest.h>

@@ -63,8 +63,7 @@ const cSize &Checked(const cSize &size, const vyr::platform::WindowSystem &syste
 }
 } // namespace
 
-cStage::cStage(vyr::cShowFolder &show, const cSize &size,
-               const vyr::platform::WindowSystem &system)
+cStage::cStage(vyr::cShowFolder &show, const cSize &size, const vyr::platform::WindowSystem &system)
     : mShow(&show), mSize(Checked(size, system)), mRowCheck(show),
       mStage(system, size.mWidth, size.mHeight)
 {

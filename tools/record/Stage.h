@@ -18,8 +18,9 @@ namespace record
 class cStage
 {
 public:
-    /// Opens the context of `system` and the framebuffer, for `show`, which has to outlive the stage. Throws
-    /// cUsageError for a size above what the driver draws, cFailure when there is no OpenGL.
+    /// Opens the context of `system` and the framebuffer, for `show`, which has to outlive the
+    /// stage. Throws cUsageError for a size above what the driver draws, cFailure when there is no
+    /// OpenGL.
     cStage(vyr::cShowFolder &show, const cSize &size,
            const vyr::platform::WindowSystem &system = vyr::platform::OffscreenWindowSystem());
     ~cStage();
@@ -29,8 +30,8 @@ public:
     /// Loads the show. Throws cFailure or cShowError, naming the file, when something in it can't
     /// be read or used.
     void LoadShow();
-    /// Another show is drawn from now on, once it is loaded; pictures that are there are kept. It has
-    /// to outlive the stage.
+    /// Another show is drawn from now on, once it is loaded; pictures that are there are kept. It
+    /// has to outlive the stage.
     void SetShow(vyr::cShowFolder &show);
     const vyr::cShowFolder &GetShow() const { return *mShow; }
     /// Throws cFailure unless what the tracks choose at `row` can be shown.
@@ -46,8 +47,8 @@ public:
     void DrawFramesBefore(const cFrameGrid &grid, int64_t microRow);
 
     /// Draws the frame at `microRow` as a recording on `grid` would show it, with those that reach
-    /// into it before, and leaves it in the framebuffer bound now. A row that is printed for a frame
-    /// of the grid stands for that frame.
+    /// into it before, and leaves it in the framebuffer bound now. A row that is printed for a
+    /// frame of the grid stands for that frame.
     void DrawAlone(const cFrameGrid &grid, int64_t microRow);
     cPicture DrawStill(const cFrameGrid &grid, int64_t microRow);
 
