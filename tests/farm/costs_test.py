@@ -66,8 +66,9 @@ class Measuring(unittest.TestCase):
         return recorder.Head(HEAD.show, size, rate, 0, last, HEAD.driver)
 
     def test_is_small_and_has_the_recording_s_shape(self):
-        self.assertEqual(costs.small_size(self.head("3840x2160", "60", 9)), (640, 360))
-        self.assertEqual(costs.small_size(self.head("1080x1920", "60", 9)), (360, 640))
+        self.assertEqual(costs.small_size(self.head("3840x2160", "60", 9)), (1920, 1080))
+        self.assertEqual(costs.small_size(self.head("1000x500", "60", 9)), (678, 340))
+        self.assertEqual(costs.small_size(self.head("1080x1920", "60", 9)), (540, 960))
         self.assertEqual(costs.small_size(self.head("64x36", "60", 9)), (64, 36))
 
     def test_draws_some_frames_for_each_piece_and_never_more_than_there_are(self):

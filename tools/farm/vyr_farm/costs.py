@@ -1,6 +1,6 @@
 """What a frame costs over the show, and pieces of equal cost.
 
-A frame is measured at a small size, where it takes a fraction of its time: a few hundred frames,
+A frame is measured at a smaller size, where it takes a fraction of its time: a few hundred frames,
 spread over the recording. With the software renderer nearly all of a frame's time goes with its
 pixels, so that costs at another size are these, scaled; what counts for the pieces is only how they
 compare. A piece pays for more than its frames: the start of the recorder, and the sound from the
@@ -34,9 +34,10 @@ class Costs:
 
 
 def small_size(head):
-    """The recording's shape, at most as large as SMALL_PIXELS; sides of a video are even."""
+    """The recording's shape, and a quarter of its pixels, where these are SMALL_PIXELS or more: costs at
+    a size that is much smaller compare otherwise. Sides of a video are even."""
     width, height = (int(side) for side in head.size.split("x"))
-    scale = min(1.0, math.sqrt(SMALL_PIXELS / head.pixels))
+    scale = min(1.0, max(0.5, math.sqrt(SMALL_PIXELS / head.pixels)))
     return tuple(max(2, round(side * scale / 2) * 2) for side in (width, height))
 
 
