@@ -24,7 +24,7 @@ sys.dont_write_bytecode = True
 # Measured, see docs/farm.md.
 TASKS_A_SECOND = 60  # that Slurm starts
 SECONDS_BETWEEN_TASKS = 0.9  # from the end of a task to the next one's start, on one node
-SECONDS_OF_A_JOIN, SECONDS_OF_A_JOINED_PIECE, JOINED_MB_A_SECOND = 1.0, 0.06, 150
+SECONDS_OF_A_JOIN, SECONDS_OF_A_JOINED_PIECE, JOINED_MB_A_SECOND = 1.5, 0.001, 250
 SHOW_MB, VIDEO_MB_OF_A_MEGAPIXEL = 22, 0.021  # the second: of each picture
 
 # Assumed.
@@ -76,7 +76,7 @@ def spread_speeds(machines):
 
 
 def join(pieces, megabytes):
-    return SECONDS_OF_A_JOIN + SECONDS_OF_A_JOINED_PIECE * pieces / 2 + megabytes / JOINED_MB_A_SECOND
+    return SECONDS_OF_A_JOIN + SECONDS_OF_A_JOINED_PIECE * pieces + megabytes / JOINED_MB_A_SECOND
 
 
 def duration(seconds):
