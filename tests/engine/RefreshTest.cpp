@@ -162,5 +162,7 @@ TEST_F(Refresh, ObjectIsDrawnFromTheFileAtTheSameAddress)
         EXPECT_EQ(drawn->mVertexCount, 4);
     }
     EXPECT_FALSE(c3DObject::Refresh("never.lwo"));
+    delete drawn;
+    delete mesh;
 }
 } // namespace
