@@ -175,9 +175,10 @@ void MeasureSaves(cBench &bench, const fs::path &folder)
         Write(folder / "timeline.new", text);
         const double start = Now();
         fs::rename(folder / "timeline.new", folder / "timeline.txt");
-        while (bench.mStudio.Generation() == before) {
-            bench.Frame({});
-            std::this_thread::sleep_for(std::chrono::milliseconds(1)); // as the loop waits
+        while (bench.mStudio.Generation() ==
+               before) { // as the loop waits, which draws nothing then
+            bench.mStudio.Update(Now());
+            std::this_thread::sleep_for(std::chrono::milliseconds(10));
         }
         bench.Frame({});
         times.push_back(1000.0 * (Now() - start));

@@ -181,7 +181,7 @@ eStatus Run(const cOptions &options)
     double before = Now();
     while (!program.Window().IsToClose() && !program.Page().IsQuitAsked()) {
         const bool isMoving = program.Studio().Transport().IsPlaying() || toDraw > 0;
-        program.Window().Poll(isMoving ? 0.001 : 0.02, &queue);
+        program.Window().Poll(isMoving ? 0.001 : 0.01, &queue);
         const std::vector<cEvent> events = queue.Take();
         const double now = Now();
         if (program.Studio().Update(now) || !events.empty())

@@ -94,7 +94,11 @@ cStudio::cStudio(cWindow &window, const cOpen &open, const tOpenPlayback &openPl
     WatchFiles();
 }
 
-cStudio::~cStudio() = default;
+cStudio::~cStudio()
+{
+    if (mUpdatesToWrite > 0)
+        WriteTracks();
+}
 
 // Files ------------------------------------------------------------------------------------------
 
@@ -237,7 +241,7 @@ void cStudio::ShowDocument()
     });
     mLanes.Take(Show(), Document());
     mPreview.SetTracks(Document().Tracks());
-    WriteTracks();
+    mUpdatesToWrite = 2; // first it is seen
     ReadWords();
 }
 
@@ -337,6 +341,8 @@ bool cStudio::Update(double now)
     isNew = UpdateBuild() || isNew;
     isNew = UpdateRecorder() || isNew;
     mTransport.Update();
+    if (mUpdatesToWrite > 0 && --mUpdatesToWrite == 0)
+        WriteTracks();
     return UpdatePicture() || isNew || mTransport.IsPlaying();
 }
 
@@ -753,6 +759,7 @@ void cStudio::SaveStill(const fs::path &file)
 void cStudio::Record(const fs::path &file, double fromRow, double toRow)
 {
     mRecorded = file;
+    WriteTracks(); // what the recorder reads
     const record::cSize size = mPreview.Size();
     std::vector<std::string> words = {BesideThisProgram("vyr-record"),
                                       "--show",

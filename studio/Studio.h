@@ -55,7 +55,8 @@ public:
     /// Whether something goes on in the background, or has changed on disk and is not taken yet.
     bool IsBusy() const
     {
-        return mWatcher.IsBusy() || mBuild || mRecorder || mIsBuildAsked || mMusicUnderWay.valid();
+        return mUpdatesToWrite > 0 || mWatcher.IsBusy() || mBuild || mRecorder || mIsBuildAsked ||
+               mMusicUnderWay.valid();
     }
 
     cTransport &Transport() { return mTransport; }
@@ -188,6 +189,7 @@ private:
     std::filesystem::path mRecorded;
     bool mIsBuildAsked = false;
     bool mIsDragging = false;
+    int mUpdatesToWrite = 0;           ///< until the tracks are written; 0: they are
     std::vector<std::string> mDragged; ///< tracks that are shown otherwise than they are
     std::optional<record::cFlashMeter> mFlashMeter;
     int64_t mMeasuredFrame = -1;
