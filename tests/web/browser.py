@@ -314,6 +314,7 @@ class Firefox(Browser):
         self.call('session.new', capabilities={})
         self.context = self.call('browsingContext.getTree')['contexts'][0]['context']
         self.call('session.subscribe', events=['log.entryAdded'])
+        self.call('browsingContext.activate', context=self.context)  # full screen needs the focus
         self.resize(width, height)
 
     # The browser writes where it listens, once it does.

@@ -145,11 +145,23 @@ class Slow(Faulty):
         browser.wait(f'vyr.waitsFor === null && vyr.seconds > {place} + 0.3')
         self.assertEqual(browser.console, [])
 
+    # All pictures are held back but those of the beginning and of the place that is sought.
     def test_seek_while_loading_brings_what_is_seen_there_first(self):
-        browser = self.open_player(bytes_per_second=500000)
+        import threading
+        browser = self.open_player()
+        allowed = browser.run('return [...vyr.score.order(0, 352), ...vyr.score.order(190 * 17.6, 192 * 17.6)]')
+        names = {pathlib.Path(path).name for path in allowed}
+        gate = threading.Event()
+        self.addCleanup(gate.set)
+
+        def hold(handler, path):
+            file = pathlib.Path(path)
+            if file.parent.name in ('photos', 'lyrics') and file.name.removesuffix('.webp') not in names:
+                gate.wait()
+            return False
+        browser.open(self.serve(answer=hold).address)
+        browser.wait('window.vyr && vyr.state === "ready"')
         browser.run('document.getElementById("start").click(); await vyr.seek(190); return 1')
         browser.wait('vyr.state === "playing" && vyr.seconds > 190.2')
-        there = browser.run('return vyr.score.picked(190 * 17.6).every(path => vyr.stage.has(path))')
-        self.assertTrue(there)
-        self.assertFalse(browser.run('return vyr.stage.missing.length === 0'))
+        self.assertGreater(browser.run('return vyr.stage.missing.length'), 10)
         self.assertEqual(browser.console, [])

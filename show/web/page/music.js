@@ -3,6 +3,9 @@
 
 import {FileError} from './files.js';
 
+// Firefox asks another process, which now and then never answers: the page would stand still. The
+// position that it tells is the device's own.
+const canAskLatency = !navigator.userAgent.includes('Firefox/');
 const latencyMilliseconds = 1000; // between two questions for the latency
 const nearSeconds = 0.3; // a seek that lands this near is good
 
@@ -113,7 +116,7 @@ export class Music {
     // browser some time, and headphones are seldom changed.
     get latency() {
         const now = performance.now();
-        if (this.context && !(now - this.askedAt < latencyMilliseconds)) {
+        if (this.context && canAskLatency && !(now - this.askedAt < latencyMilliseconds)) {
             this.askedAt = now;
             this.reported = this.context.outputLatency || this.context.baseLatency || 0;
         }

@@ -23,15 +23,30 @@ export class PixelReader {
     }
 
     // `components` bytes a pixel, rows top first.
-    read(bitmap, components) {
-        const gl = this.gl, texture = gl.createTexture();
+    async read(bitmap, components) {
+        const gl = this.gl, texture = gl.createTexture(), buffer = gl.createBuffer();
+        const rgba = new Uint8Array(4 * bitmap.width * bitmap.height);
         gl.bindTexture(gl.TEXTURE_2D, texture);
         gl.texImage2D(gl.TEXTURE_2D, 0, gl.RGBA, gl.RGBA, gl.UNSIGNED_BYTE, bitmap);
         gl.framebufferTexture2D(gl.FRAMEBUFFER, gl.COLOR_ATTACHMENT0, gl.TEXTURE_2D, texture, 0);
-        const rgba = new Uint8Array(4 * bitmap.width * bitmap.height);
-        gl.readPixels(0, 0, bitmap.width, bitmap.height, gl.RGBA, gl.UNSIGNED_BYTE, rgba);
+        gl.bindBuffer(gl.PIXEL_PACK_BUFFER, buffer);
+        gl.bufferData(gl.PIXEL_PACK_BUFFER, rgba.length, gl.STREAM_READ);
+        gl.readPixels(0, 0, bitmap.width, bitmap.height, gl.RGBA, gl.UNSIGNED_BYTE, 0);
+        await this.finish();
+        gl.bindBuffer(gl.PIXEL_PACK_BUFFER, buffer);
+        gl.getBufferSubData(gl.PIXEL_PACK_BUFFER, 0, rgba);
+        gl.deleteBuffer(buffer);
         gl.deleteTexture(texture);
         return keep(rgba, components);
+    }
+
+    // Until what was asked for is done; the page goes on meanwhile.
+    async finish() {
+        const gl = this.gl, fence = gl.fenceSync(gl.SYNC_GPU_COMMANDS_COMPLETE, 0);
+        gl.flush();
+        while (gl.clientWaitSync(fence, 0, 0) === gl.TIMEOUT_EXPIRED)
+            await new Promise(done => setTimeout(done, 2));
+        gl.deleteSync(fence);
     }
 
     close() {

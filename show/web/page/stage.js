@@ -132,7 +132,7 @@ async function listPictures(files, show) {
         pictures.set(path, picture);
         if (named.has(path) || (entry.components < 3 && isPicked(path, show))) {
             const bitmap = await decode(path, await files.get(path), entry);
-            picture.pixels = reader.read(bitmap, entry.components);
+            picture.pixels = await reader.read(bitmap, entry.components);
             bitmap.close();
         }
     }));
