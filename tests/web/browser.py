@@ -291,10 +291,7 @@ class Firefox(Browser):
         'browser.shell.checkDefaultBrowser': False, 'browser.safebrowsing.malware.enabled': False,
         'browser.safebrowsing.phishing.enabled': False, 'extensions.update.enabled': False,
         'services.settings.server': 'data:,', 'browser.startup.page': 0, 'webgl.force-enabled': True,
-        'focusmanager.testmode': True, 'full-screen-api.warning.timeout': 0,
-        'full-screen-api.ignore-widgets': True,
-        'full-screen-api.transition-duration.enter': '0 0',
-        'full-screen-api.transition-duration.leave': '0 0', 'media.hardware-video-decoding.enabled': False,
+        'full-screen-api.warning.timeout': 0, 'media.hardware-video-decoding.enabled': False,
         'dom.disable_open_during_load': False, 'remote.active-protocols': 1,
         'browser.tabs.unloadOnLowMemory': False, 'layout.css.devPixelsPerPx': '1.0',
         'ui.systemUsesDarkTheme': 1, 'privacy.reduceTimerPrecision': False,
@@ -314,7 +311,6 @@ class Firefox(Browser):
         self.call('session.new', capabilities={})
         self.context = self.call('browsingContext.getTree')['contexts'][0]['context']
         self.call('session.subscribe', events=['log.entryAdded'])
-        self.call('browsingContext.activate', context=self.context)  # full screen needs the focus
         self.resize(width, height)
 
     # The browser writes where it listens, once it does.
