@@ -1,5 +1,5 @@
 """The same pictures as the recorder draws, by the same Mesa in Firefox and by SwiftShader in Chromium."""
-from support import (BrowserTest, Difference, MADE, ROOT, in_each_browser, picture_at, recorded, save)
+from support import (Difference, MADE, ROOT, in_each_browser, picture_at, recorded, save)
 
 FIREFOX_LARGEST = 3
 CHROMIUM_MEAN, CHROMIUM_SHARE = 2.5, 0.03
