@@ -7,7 +7,7 @@ from test_show import Whole
 # What the page shows and what the device plays, at each picture.
 WATCH = '''
     window.log = [];
-    vyr.addEventListener('time', event => log.push([performance.now() / 1000, event.detail, vyr.music.audio.currentTime]));
+    vyr.addEventListener('time', event => log.push([vyr.frameTime, event.detail, vyr.music.audio.currentTime]));
     document.getElementById('start').click();
     return 1;
 '''

@@ -292,7 +292,8 @@ export class Player extends EventTarget {
         this.stage.upload(1);
         if (this.waits())
             return;
-        const seconds = this.music.at(time / 1000), row = seconds * this.rate;
+        this.frameTime = time / 1000; // the display's, for which the picture is drawn
+        const seconds = this.music.at(this.frameTime), row = seconds * this.rate;
         if (row !== this.drawnRow)
             this.draw(row, seconds);
         this.tell('time', seconds);
