@@ -10,8 +10,8 @@ namespace vyr
 
 /// A programming error stops the program, in every build type: a show that goes on after one would
 /// draw wrongly for minutes before anyone asks why.
-/// `file` and `line` are the names under which the fault is known to whoever reads the report; they
-/// stay the same when the source moves.
+/// `file` and `line` are the names under which the fault is known in reports. contract: they stay
+/// the same when the source moves.
 #define VYR_ASSERT_AT(file, line, condition)                                                       \
     ((condition) ? void(0) : vyr::FailAssertion(#condition, __func__, file, line))
 

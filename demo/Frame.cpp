@@ -30,7 +30,7 @@ struct cFrame
     float Sample(eTrack track) const { return sync_get_val(mShow.mTracks[size_t(track)], mRow); }
 };
 
-// Negative is off. Values above -1 are on: -0.4 is picture 0.
+// contract: negative is off, but values above -1 are on: -0.4 is picture 0.
 int ToIndex(float value) { return vyr::TruncateToInt(double(value)); }
 
 // Tracks stay below the end of a table. What lies past it is no texture, which the texture manager
@@ -91,7 +91,7 @@ void DrawPlasma(const cFrame &frame)
     glUseProgram(0);
 }
 
-// Any index draws the one texture there is.
+// contract: any index draws the one texture there is.
 void DrawTunnel(const cFrame &frame)
 {
     const float texture = frame.Sample(TUNNEL_TEXTURE);
@@ -197,7 +197,7 @@ void DrawLogo(const cFrame &frame)
     frame.mRenderer.Post_DrawSprite(frame.mAssets.mLogo, position, cVector2(1, 1), 0);
 }
 
-// Its track calls it a background, but it flashes over everything drawn so far.
+// contract: its track calls it a background, but it flashes over everything drawn so far.
 void DrawWhiteFade(const cFrame &frame) { FillScreen(frame, 1.0f, frame.Sample(FADE_BG_WHITE)); }
 
 void DrawVignette(const cFrame &frame)

@@ -34,8 +34,8 @@ bool IsVersionGood(FMOD::System &system)
     return false;
 }
 
-// Where programs come as bundles the music may lie in one. What is found is not used: the stream is
-// opened by its plain path.
+// contract: where programs come as bundles the music may lie in one. What is found is not used: the
+// stream is opened by its plain path.
 void LookUpMusic()
 {
     char *path = new char[255];

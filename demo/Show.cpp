@@ -22,7 +22,7 @@ unsigned int LoadFragmentShader(const char *path)
     return renderer.CreateShader(kVertexShaderFile, path, true);
 }
 
-// The mesh is not freed: its textures and its render object live as long as the program.
+// contract: the mesh is not freed; its textures and its render object live as long as the program.
 vyr::c3DObject::cRenderObject *LoadObject1()
 {
     vyr::c3DObject *object = vyr::c3DObject::CreateFromLWO2(kObject1File);

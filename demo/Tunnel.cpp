@@ -74,7 +74,7 @@ void DrawQuad(float size)
 
 void Tunnel(int texture, float pos)
 {
-    static float tunnel_min = 0.0f;
+    static float tunnel_min = 0.0f; // contract: a call begins where the one before ended
     auto &renderer = vyr::tSingleton<vyr::cRenderer>::GetSingleton();
     auto &textures = vyr::tSingleton<vyr::cTextureManager>::GetSingleton();
 
@@ -85,8 +85,9 @@ void Tunnel(int texture, float pos)
     glEnable(GL_BLEND);
     textures.BindTexture(texture);
     glTranslatef(-PathX(pos), -2.0f * PathY(pos), 0.0f);
-    textures.BindTexture(texture); // once more than needed
-    // In single precision: where the anchor's rounding gives an eleventh slice, it is drawn.
+    textures.BindTexture(texture); // contract: once more than needed
+    // contract: in single precision; where the anchor's rounding gives an eleventh slice, it is
+    // drawn.
     for (float z = tunnel_min + depth; z > tunnel_min; z -= sliceStep) {
         DrawSlice(z, pos);
         if (z - sliceStep == z)

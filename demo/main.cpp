@@ -14,7 +14,7 @@ namespace
 using RendererHolder = vyr::tSingleton<vyr::cRenderer>;
 using TexturesHolder = vyr::tSingleton<vyr::cTextureManager>;
 
-const int failed = -1; // the exit status after a failure; nothing is released then
+const int failed = -1; // contract: the exit status after a failure; nothing is released then
 
 vyr::cRenderer &OpenFullScreen()
 {

@@ -112,7 +112,7 @@ void cBitmapFont::TakePage(int texture)
         const size_t pixels = size_t(record.mSize.x) * size_t(record.mSize.y);
         mPagePixels.assign(record.mPixels, record.mPixels + pixels * size_t(record.mComponents));
     }
-    textures.DestroyTexture(static_cast<unsigned int>(texture));
+    textures.DestroyTexture(static_cast<unsigned int>(texture)); // contract: see DestroyTexture
 }
 
 // An element before its children, then the next sibling.

@@ -42,7 +42,7 @@ public:
         HALIGN_RIGHT = 2 ///< ends at the image's *height*: make the image square to align right
     };
 
-    /// Accepted and not used: text starts at the top of its image.
+    /// Accepted and not used (contract): text starts at the top of its image.
     enum VALIGN : int
     {
         VALIGN_TOP = 0,

@@ -44,6 +44,7 @@ bool Exceeds(int width, unsigned int maximum) { return static_cast<unsigned int>
 
 int Kerning(cBitmapFont::CharInfo &character, int previous)
 {
+    // contract: under the later character, not under the one before it
     return previous == noCharacter ? 0 : character.kerning[previous];
 }
 
@@ -144,7 +145,7 @@ size_t cBitmapFont::Wrap(const std::string &text, unsigned int maximumWidth, MOD
 {
     size_t lastSpace = std::string::npos;
     int width = 0, previous = noCharacter;
-    bool isEscaped = false; // once set, it stays: every later n ends the line
+    bool isEscaped = false; // contract: never reset, so every later n ends the line
     for (size_t i = 0; i < text.size(); i++) {
         if (text[i] == '\\') {
             isEscaped = true;
@@ -240,7 +241,7 @@ int cBitmapFont::RenderTextToCache(const std::vector<std::string> &lines, const 
     return UploadCoverage(image.mCoverage, image.mWidth, image.mHeight);
 }
 
-// Right alignment measures from the image's height: what is laid out for square images stays there.
+// contract: right alignment measures from the image's height; layouts for square images rely on it.
 int cBitmapFont::StartOfLine(int lineWidth, const cVector2 &size, HALIGN halign, int pen)
 {
     const float width = float(lineWidth);

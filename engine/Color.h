@@ -55,6 +55,7 @@ private:
     {
         return ToByte(top) << 24 | ToByte(second) << 16 | ToByte(third) << 8 | ToByte(bottom);
     }
+    // contract: neither clamped nor masked
     static unsigned int ToByte(float component)
     {
         return static_cast<unsigned int>(TruncateToInt(double(component * 255.0f)));

@@ -147,7 +147,7 @@ bool cLWO2Reader::ReadPolygon(int &remaining)
     const size_t count = size_t(header & maximumCorners); // the six bits above are flags
     int indices[maximumCorners];
     for (size_t i = 0; i < count; i++) {
-        if (!ReadU2(mFile, indices[i])) // always two bytes, unlike every other index
+        if (!ReadU2(mFile, indices[i])) // contract: two bytes, unlike every other index
             return false;
         mLargestIndex = std::max(mLargestIndex, indices[i]);
     }
@@ -163,7 +163,8 @@ cLWO2Reader::eChunk cLWO2Reader::ReadPolygons(int remaining)
         return eChunk::Malformed;
     remaining -= 4;
     if (type != "FACE") {
-        // Only faces are known. The caller takes the type for a size, which ends the file here.
+        // contract: only faces are known. The caller takes the type for a size, which ends the file
+        // here.
         return std::fseek(mFile, -4, SEEK_CUR) == 0 ? eChunk::Skip : eChunk::Malformed;
     }
     if (remaining > 0)

@@ -131,7 +131,7 @@ c3DObject *c3DObject::CreateFromLWO2(const std::string &filename)
         return nullptr;
     }
     object->mFile = filename;
-    return object.release(); // the file stays open for the rest of the run
+    return object.release(); // contract: the file stays open for the rest of the run
 }
 
 bool c3DObject::Refresh(const std::string &filename)

@@ -137,6 +137,6 @@ c3DObject::cRenderObject::~cRenderObject()
     mIndices = nullptr;
     mColors = nullptr;
     mNormals = nullptr;
-    // mLineIndices and mTexCoords stay.
+    // contract: mLineIndices and mTexCoords are not freed
 }
 } // namespace vyr

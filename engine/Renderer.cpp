@@ -33,7 +33,7 @@ bool cRenderer::Init(int width, int height, bool fullscreen)
     platform::SetSwapInterval(1);
     platform::SetWindowTitle("Demo");
 
-    // Left and right are mirrored on purpose; InitGL loads the projection that the show is drawn
+    // contract: left and right are mirrored; InitGL loads the projection that the show is drawn
     // with.
     const double aspect = double(mDesignSize.x / mDesignSize.y);
     glMatrixMode(GL_PROJECTION);
@@ -107,7 +107,7 @@ void cRenderer::SetOrtho(bool on)
         glLoadIdentity();
     } else {
         glPopMatrix();
-        SetFOV(mFOV); // replaces the matrix just restored: after 2D drawing it is the identity
+        SetFOV(mFOV); // contract: replaces the matrix just restored by the identity
     }
     mOrtho = on;
 }
@@ -117,7 +117,7 @@ void cRenderer::Reset() { glLoadIdentity(); }
 int cRenderer::WindowCloseCallback()
 {
     mQuitFromWindowManager = true;
-    return 0; // the window stays open
+    return 0; // contract: the close request is declined, the window stays open
 }
 
 bool cRenderer::BeginScene()

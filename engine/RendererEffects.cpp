@@ -16,7 +16,8 @@ const int blurPasses = 8;
 void BindTexture(int texture) { tSingleton<cTextureManager>::GetSingleton().BindTexture(texture); }
 
 // How far a row of the window moves sideways, in pixels; `s` is the row plus a tenth of the time.
-// The amount enters squared: the wave is gentle for small amounts, and the same for -a as for a.
+// contract: the amount enters squared: the wave is gentle for small amounts, and the same for -a as
+// for a.
 float RowShift(double s, float amount, double c)
 {
     return float(200.0 * std::sin(0.01 * std::cos(0.04 * s)) * std::sin(0.02 * s) *
@@ -54,7 +55,7 @@ void cRenderer::Post_FeedbackBlur(int texture, float zoom, float weight)
         weight *= weight;
     }
 
-    // Added onto the window, and left so: the next drawer sets its own blend function.
+    // contract: added onto the window, and left so: the next drawer sets its own blend function.
     glEnable(GL_BLEND);
     glBlendFunc(GL_ONE, GL_ONE);
     glColor4f(1.0f, 1.0f, 1.0f, 1.0f);

@@ -56,8 +56,8 @@ void cRenderer::RenderObject(c3DObject::cRenderObject *object, RENDERMODE mode, 
     glDisableClientState(GL_VERTEX_ARRAY);
 }
 
-// Three indices a polygon, whatever the polygons are: objects are expected to be triangulated, and
-// a larger polygon shifts every triangle behind it.
+// contract: three indices a polygon, whatever the polygons are: objects are expected to be
+// triangulated, and a larger polygon shifts every triangle behind it.
 void cRenderer::DrawTriangles(const c3DObject::cRenderObject &object)
 {
     glDrawElements(GL_TRIANGLES, object.mPolygonCount * 3, GL_UNSIGNED_INT, object.mIndices);
@@ -98,7 +98,7 @@ void cRenderer::DrawSphereMapped(const c3DObject::cRenderObject &object, int tex
 void cRenderer::DrawNormals(const c3DObject::cRenderObject &object)
 {
     glDisable(GL_TEXTURE_2D);
-    glEnable(GL_BLEND); // stays on, as do the smooth lines
+    glEnable(GL_BLEND); // contract: stays on, as do the smooth lines
     glLineWidth(1.0f);
     glEnable(GL_LINE_SMOOTH);
     glBegin(GL_LINES);

@@ -70,7 +70,7 @@ void PrintProgramLog(GLuint program)
     PrintLog("Prog Info Log: ", log);
 }
 
-// The shader object stays attached and is never deleted: it lives as long as its program.
+// contract: the shader object stays attached and is never deleted; it lives as long as its program.
 void AttachStage(GLuint program, GLenum stage, const char *heading, const std::string &path)
 {
     const GLuint shader = glCreateShader(stage);

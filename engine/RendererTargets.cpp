@@ -43,7 +43,7 @@ unsigned int cRenderer::CreateFBO(unsigned int color, unsigned int depth)
     glGenFramebuffersEXT(1, &fbo);
     glBindFramebufferEXT(GL_FRAMEBUFFER_EXT, fbo);
     AttachTexture(GL_COLOR_ATTACHMENT0_EXT, color);
-    if (depth != 0)
+    if (depth != 0) // contract: 0 means none, so the first texture is no depth buffer
         AttachTexture(GL_DEPTH_ATTACHMENT_EXT, depth);
     if (glCheckFramebufferStatusEXT(GL_FRAMEBUFFER_EXT) != GL_FRAMEBUFFER_COMPLETE_EXT) {
         DestroyFBO(fbo); // which binds the window again
@@ -67,7 +67,7 @@ unsigned int cRenderer::GetFBODepthBuffer(unsigned int fbo)
     for (const cFBOEntry &entry : mFBOs)
         if (entry.mFBO == fbo)
             return entry.mDepthBuffer;
-    return kNoFramebuffer;
+    return kNoFramebuffer; // contract: always, since no depth buffer is recorded
 }
 
 void cRenderer::BeginUpdateFBO(unsigned int fbo) { glBindFramebufferEXT(GL_FRAMEBUFFER_EXT, fbo); }
@@ -121,7 +121,7 @@ void cRenderer::Post_DrawSprite(int texture, cVector2 position, const cVector2 &
     glTranslatef(position.x + x, position.y + y, 0.0f);
     glRotatef(angle, 0.0f, 0.0f, 1.0f);
     glScalef(scale.x, scale.y, 1.0f);
-    glDisable(GL_DEPTH_TEST);
+    glDisable(GL_DEPTH_TEST); // contract: stays off
     glBegin(GL_QUADS);
     glNormal3f(0.0f, 0.0f, 1.0f);
     Corner(0.0f, 1.0f, -x, y, 0.0f);

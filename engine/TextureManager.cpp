@@ -51,9 +51,10 @@ void Upload(const cImage &image, GLenum format, const unsigned char *pixels)
                  GL_UNSIGNED_BYTE, pixels);
 }
 
-// Images of one and two components go to OpenGL as if they had three, and rows are packed closely
-// whatever the alignment: such pictures come out skewed, which tells their author to save them with
-// four. OpenGL then reads more than the decoder wrote, so it gets a copy with zeros behind.
+// contract: images of one and two components go to OpenGL as if they had three, and rows are packed
+// closely whatever the alignment: such pictures come out skewed, which tells their author to save
+// them with four. OpenGL then reads more than the decoder wrote, so it gets a copy with zeros
+// behind.
 void UploadImage(const cImage &image)
 {
     const GLenum format = image.mComponents == 4 ? GL_RGBA : GL_RGB;
@@ -201,7 +202,7 @@ bool cTextureManager::RefreshTexture(const std::string &path)
 
 void cTextureManager::DestroyTexture(unsigned int id)
 {
-    glDeleteTextures(1, &id); // the id itself as OpenGL's name, not the record's handle
+    glDeleteTextures(1, &id); // contract: the id is OpenGL's name here, not the record's handle
     if (id >= mTextures.size())
         return;
     cTexture &texture = mTextures[id];

@@ -27,8 +27,8 @@ public:
         unsigned char *mPixels = nullptr; ///< kept copy, rows top first; freed by DestroyTexture
         int mComponents = 0;              ///< bytes a pixel of mPixels; 0 without a copy
 
-        // Access to the pixels is not part of this engine: what is here has these effects and no
-        // others.
+        // contract: access to the pixels is not part of this engine: what is here has these effects
+        // and no others.
         void LockSurface() const {}
         /// Binds the texture and samples it with the nearest texel when magnified, smoothly when
         /// not.

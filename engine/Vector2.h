@@ -18,10 +18,10 @@ public:
     float Dot(const cVector2 &other) const { return x * other.x + y * other.y; }
 
     /// Makes the length 1. A zero vector becomes NaN in both components: unlike cVector3's, this
-    /// one is not guarded, and whoever calls it knows that its vector has a direction.
+    /// one is not guarded: the caller checks that its vector has a direction.
     cVector2 &Normalise()
     {
-        const float inverse = 1.0f / Magnitude();
+        const float inverse = 1.0f / Magnitude(); // contract: infinite for a zero vector
         return *this *= inverse;
     }
 

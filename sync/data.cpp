@@ -37,7 +37,7 @@ void AppendToPath(char (&path)[1024], const char *text)
 
 const char *sync_track_path(const char *base, const char *name)
 {
-    static char path[1024];
+    static char path[1024]; // contract: one buffer, so loading is not re-entrant
     path[0] = '\0';
     AppendToPath(path, base);
     AppendToPath(path, "_");
@@ -112,9 +112,9 @@ void ReadTrack(const sync_io_cb &io, void *file, sync_track &track)
     io.read(count, 8, 1, file);
     track.num_keys = static_cast<int>(FromLittleEndian(count));
     if (track.num_keys < 0)
-        return; // no memory for so many: the file stays open, the first sample stops the program
+        return; // contract: the file stays open, and the first sample stops the program
     if (!ReadKeys(io, file, track)) {
-        DropKeys(track);
+        DropKeys(track); // contract: the count and the open file stay
         return;
     }
     io.close(file);
