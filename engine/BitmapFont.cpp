@@ -45,7 +45,7 @@ const tField<cBitmapFont::CharInfo> glyphFields[] = {
     {"yoffset", &cBitmapFont::CharInfo::yoffset},
     {"xadvance", &cBitmapFont::CharInfo::xadvance}};
 
-// The id selects the record that the attributes behind it go to; generators write it first.
+// The id selects the record that the attributes after it go to; generators write it first.
 void ReadCharacter(std::map<int, cBitmapFont::CharInfo> &characters, const TiXmlElement &element)
 {
     cBitmapFont::CharInfo *selected = nullptr;
@@ -60,7 +60,7 @@ void ReadCharacter(std::map<int, cBitmapFont::CharInfo> &characters, const TiXml
     }
 }
 
-// Stored when the amount is met, so it stands behind first and second.
+// Stored when the amount is met, so it has to come after first and second.
 void ReadKerning(std::map<int, cBitmapFont::CharInfo> &characters, const TiXmlElement &element)
 {
     int first = 0, second = 0;

@@ -62,7 +62,7 @@ public:
     };
 
     /// Reads the description at `path`, relative to the working directory, and its page from under
-    /// data/, wherever the description lies. One line on standard output tells how it went:
+    /// data/, wherever the description lies. One line on standard output reports the result:
     ///
     ///     Font loaded successfully!
     ///     ERROR: Font not found!                               missing or broken description

@@ -16,7 +16,7 @@ const int mostAttributes = 256;              // real elements have thirteen
 /// What lies between a < and its >.
 struct cTag
 {
-    size_t mEnd; ///< behind the >
+    size_t mEnd; ///< after the >
     int mAttributes;
     bool mIsClosed; ///< ends with />
 };

@@ -25,8 +25,8 @@ struct cBitmapFont::cImage
 
 namespace
 {
-// Marks that no character came before. It is also the code of byte 255, behind which, therefore,
-// there is no kerning.
+// Marks that no character came before. It is also the code of byte 255, so there is no kerning
+// after that byte.
 const int noCharacter = -1;
 
 int CodeOf(char byte) { return static_cast<signed char>(byte); }
@@ -254,7 +254,7 @@ int cBitmapFont::StartOfLine(int lineWidth, const cVector2 &size, HALIGN halign,
     return pen;
 }
 
-// The pen behind the line.
+// The pen after the line.
 int cBitmapFont::RenderLine(const std::string &line, int pen, int lineTop, cCharacters &characters,
                             cImage &image)
 {
@@ -288,7 +288,7 @@ void cBitmapFont::RenderGlyph(const CharInfo &character, int pen, int base, int 
     const int64_t pagePixels = int64_t(mPagePixels.size() / 4);
     if (pagePixels == 0 || character.width < 0)
         return;
-    const int64_t left = character.x, right = left + character.width; // right: behind the last
+    const int64_t left = character.x, right = left + character.width; // right: after the last
     const int64_t top = character.y;
     const cRows rows =
         RowsBetween(mScaleW, 1 - right, pagePixels - 1 - left, {top, top + character.height - 1});

@@ -64,7 +64,7 @@ bool cLWO2Reader::ReadPoints(uint32_t size)
             return false;
         mObject.mVertices.push_back(vertex);
     }
-    return Skip(mFile, int(size & 1)); // other bytes behind the last whole point are not skipped
+    return Skip(mFile, int(size & 1)); // other bytes after the last whole point are not skipped
 }
 
 // Texture coordinates -----------------------------------------------------------------------------

@@ -87,7 +87,7 @@ inline bool ReadId(std::FILE *file, std::string &id)
 }
 
 /// Never backwards: a negative `count` would be read for ever, and is false. The place reached may
-/// lie behind the file's end.
+/// lie beyond the file's end.
 inline bool Skip(std::FILE *file, int count)
 {
     return count >= 0 && std::fseek(file, count, SEEK_CUR) == 0;

@@ -17,7 +17,7 @@ using std::FILE;
 
 const size_t maximumPath = 200; // bytes, with the terminating zero
 
-// Of a string. Sizes are counted down by it and a little more, and stay numbers.
+// Longest string; leaves headroom, so that the count of what remains cannot overflow.
 const int maximumLength = INT_MAX - 0x20000;
 
 bool IsKnownTag(const std::string &tag)
@@ -28,7 +28,7 @@ bool IsKnownTag(const std::string &tag)
     return false;
 }
 
-// The position just behind the form, in signed 32-bit arithmetic; false when this is no LWO2
+// The position just after the form, in signed 32-bit arithmetic; false when this is no LWO2
 // object.
 bool ReadFormHeader(FILE *file, int &end)
 {
@@ -41,7 +41,7 @@ bool ReadFormHeader(FILE *file, int &end)
 }
 
 // A form may state more than its file holds: where the last chunk is whole, so is the object. A
-// chunk that was skipped and cut off has left its end behind the file's.
+// skipped chunk that is cut off ends beyond the file's end.
 bool IsFilesEnd(FILE *file, long position)
 {
     return std::fseek(file, 0, SEEK_END) == 0 && std::ftell(file) == position;

@@ -107,7 +107,7 @@ bool cLWO2Reader::ReadBlock(int size, c3DObject::cSurface &surface)
     if (image == std::string::npos)
         return true;
     int clip = 0;
-    if (!IndexInBlock(block, image + 6, clip)) // behind the name and its size
+    if (!IndexInBlock(block, image + 6, clip)) // after the name and its size
         return false;
     if (!mObject.mClips.empty() && mObject.mClips[0].mClipIndex == clip)
         surface.mTexture = mObject.mClips[0].mTexture;

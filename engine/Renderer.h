@@ -43,7 +43,7 @@ public:
     // Window and state ---------------------------------------------------------------------------
 
     /// Opens the window, titled "Demo", swapping with the display, and sets the state of InitGL.
-    /// False when the window library or the window can't be had; the size is stored all the same.
+    /// False when the window library or the window can't be started; the size is stored anyway.
     bool Init(int width, int height, bool fullscreen);
     /// The state that every show starts from: depth test GL_LEQUAL, back faces culled, lighting
     /// off, the usual alpha blend function (blending itself stays off), texturing on, the

@@ -57,7 +57,7 @@ void cRenderer::RenderObject(c3DObject::cRenderObject *object, RENDERMODE mode, 
 }
 
 // contract: three indices a polygon, whatever the polygons are: objects are expected to be
-// triangulated, and a larger polygon shifts every triangle behind it.
+// triangulated, and a larger polygon shifts every triangle after it.
 void cRenderer::DrawTriangles(const c3DObject::cRenderObject &object)
 {
     glDrawElements(GL_TRIANGLES, object.mPolygonCount * 3, GL_UNSIGNED_INT, object.mIndices);

@@ -52,9 +52,8 @@ void Upload(const cImage &image, GLenum format, const unsigned char *pixels)
 }
 
 // contract: images of one and two components go to OpenGL as if they had three, and rows are packed
-// closely whatever the alignment: such pictures come out skewed, which tells their author to save
-// them with four. OpenGL then reads more than the decoder wrote, so it gets a copy with zeros
-// behind.
+// closely whatever the alignment: such pictures come out skewed; their author should save them
+// with four. OpenGL then reads more than the decoder wrote, so it gets a copy padded with zeros.
 void UploadImage(const cImage &image)
 {
     const GLenum format = image.mComponents == 4 ? GL_RGBA : GL_RGB;

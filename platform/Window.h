@@ -1,8 +1,8 @@
 #pragma once
 
 /// The one window with its OpenGL context, its Escape key and its timer. All calls belong to the
-/// main thread. Behind them stands one of two window systems: the screen's (GLFW), or one without a
-/// screen that gives the same context and draws into memory.
+/// main thread. They go to one of two window systems: the screen's (GLFW), or an off-screen one
+/// that gives the same context and draws into memory.
 namespace vyr::platform
 {
 struct Size

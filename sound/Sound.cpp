@@ -14,8 +14,8 @@ namespace
 {
 constexpr FMOD_MODE knownModes = FMOD_2D | FMOD_SOFTWARE | FMOD_CREATESTREAM | FMOD_ACCURATETIME;
 
-// What stands behind the handles. A released one stays where it is, invalid, until it is used anew:
-// a call on it finds that out.
+// The objects that the handles point to. A released one keeps its address, invalid, until it is
+// reused, so a late call on it is safe.
 struct SystemState;
 
 struct SoundState : FMOD::Sound
@@ -203,7 +203,8 @@ FMOD_RESULT FMOD::System::playSound(FMOD_CHANNELINDEX channelid, Sound *sound, b
     return Play(state, played, *found, paused);
 }
 
-// The threads run by themselves. Asking the time tells a silent output that the show goes on.
+// The threads run by themselves. A silent output that is not asked for the time takes the program
+// for stopped, so this asks.
 FMOD_RESULT FMOD::System::update()
 {
     SystemState &state = GetState(*this);

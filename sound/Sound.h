@@ -1,17 +1,17 @@
 #pragma once
 
-/// Plays the show's music and tells how far it has been heard.
+/// Plays the show's music and reports how much of it has been heard.
 ///
 /// These are the calls, result codes and numbers of the FMOD Ex interface, version 4.42, as far as
-/// the show uses them; behind them stand OpenAL Soft for the output and libmpg123 for the decoding.
-/// Names are that interface's own.
+/// the show uses them, implemented with OpenAL Soft (output) and libmpg123 (decoding). Names are
+/// that interface's own.
 ///
 /// All calls belong to one thread. A handle stays safe to call after it was released, or its system
 /// was: it answers FMOD_ERR_INVALID_HANDLE. Null where a result or a sound is expected answers
 /// FMOD_ERR_INVALID_PARAM, a call before `init` FMOD_ERR_UNINITIALIZED.
 ///
 /// Where there is no sound device, and where it disappears, the show is silent and its clock runs
-/// on at the true rate. One line on standard error says so; no call fails.
+/// on at the true rate. One line on standard error reports it; no call fails.
 
 enum FMOD_RESULT : int
 {

@@ -43,7 +43,7 @@ void SoundClock::Observe(double now, double heard)
     else if (!mIsAnchored || mHasStray)
         Anchor(now, heard);
     else
-        mHasStray = true; // devices have slips of the tongue: the next one tells
+        mHasStray = true; // ignore one outlier; two in a row re-anchor the clock
 }
 
 // Keeps the rate: it belongs to the crystal, not to the place.

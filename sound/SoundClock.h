@@ -23,8 +23,8 @@ struct SoundLine
 /// A device's step can be seen late (a busy machine, the pause between two readings) but hardly
 /// early, so the time follows the readings that came earliest, over some seconds, and very slowly:
 /// what a viewer sees is the machine's even clock, kept from drifting away from the sound.
-/// A device that stops or loses sound is followed at once. The time never goes back: where the
-/// device falls behind, the time waits for it.
+/// A device that stops or loses sound is followed at once. The time never goes back: when the
+/// device is late, the time waits for it.
 ///
 /// Pure arithmetic, no thread, no device: `now` is any steady clock in seconds.
 class SoundClock

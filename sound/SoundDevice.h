@@ -23,7 +23,7 @@ public:
 
     virtual ~SoundVoice() = default;
 
-    /// For one more block. A device that is gone takes everything, and `Queue` tells.
+    /// Whether one more block fits. True for a device that is gone; `Queue` then returns false.
     virtual bool HasRoom() = 0;
 
     /// Adds a block of at most `blockFrames` frames (two values each). The first one starts the
@@ -34,10 +34,9 @@ public:
     virtual SoundProgress GetProgress() = 0;
 };
 
-/// A sound device as the rest needs it, so that a test can be one. A measurement can stand between:
-/// a device that hands all calls on to the one of `OpenSoundDevice`, and notes what
-/// `ReadHeardSeconds` said and when, has the library's own steps beside the even positions of the
-/// SoundPlayer.
+/// The sound device as an interface, so that a test can implement it. So can a measurement: a
+/// device that forwards all calls to the one of `OpenSoundDevice` and logs what `ReadHeardSeconds`
+/// returns has the library's own steps to compare with the even positions of the SoundPlayer.
 class SoundDevice
 {
 public:

@@ -16,7 +16,7 @@ namespace
 const double nanosecond = 1e-9;
 
 // The back ends of the library complain on standard error about every sound server that is not
-// there. Whoever wants to read that sets the library's own log level.
+// there. To read these messages, set the library's own log level.
 class QuietErrors
 {
 public:
@@ -48,7 +48,7 @@ ALCcontext *CreateContext(ALCdevice *device)
 {
     // The music goes out as it is: not turned into a room for headphones, not pressed together.
     const ALCint plain[] = {ALC_HRTF_SOFT, ALC_FALSE, ALC_OUTPUT_LIMITER_SOFT, ALC_FALSE, 0};
-    // Without a clock the device cannot tell what is heard when.
+    // Without a clock the device does not know what is heard when.
     if (!alcIsExtensionPresent(device, "ALC_SOFT_device_clock"))
         return nullptr;
     return alcCreateContext(device, plain);

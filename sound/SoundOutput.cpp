@@ -59,7 +59,7 @@ void SoundOutput::Watch(const std::stop_token &stop)
 }
 
 // A busy machine may keep the watcher from its work while the device plays on. The time would stand
-// still after a while, so whoever asks then looks for himself.
+// still after a while, so the thread that asks then reads the device itself.
 bool SoundOutput::IsWatcherLate(double now)
 {
     const std::lock_guard lock(mMutex);

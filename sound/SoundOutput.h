@@ -25,7 +25,8 @@ public:
     SoundOutput &operator=(const SoundOutput &) = delete;
 
     /// Sound seconds that have reached the ear: even, and hardly ever back by more than a few
-    /// microseconds (whoever shows it keeps the largest). Any thread; as cheap as reading a clock.
+    /// microseconds (a caller that shows it keeps the largest). Any thread; as cheap as reading a
+    /// clock.
     double GetHeardSeconds();
 
     /// A voice on the device; null in silence, and when the device has none. By the voice's thread.
@@ -38,7 +39,7 @@ private:
     void FallSilent();
 
     std::unique_ptr<SoundDevice> mDevice;
-    std::mutex mReadingMutex; // over the clock: whoever holds it asks the device
+    std::mutex mReadingMutex; // over the clock; its holder asks the device
     SoundClock mClock;
 
     std::mutex mMutex; // over what follows

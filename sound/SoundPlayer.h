@@ -40,7 +40,7 @@ private:
     SoundOutput &mOutput;
     SoundStream &mStream;
     const int mRate;
-    double mReachedFrames = 0; // of whoever asks
+    double mReachedFrames = 0; // the thread's that calls GetFrames
 
     std::unique_ptr<SoundVoice> mVoice; // this and what follows are the thread's
     std::vector<int16_t> mBlock;

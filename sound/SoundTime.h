@@ -10,7 +10,6 @@ namespace vyr
 /// The machine's steady clock, in seconds.
 double SteadySeconds();
 
-/// Sleeps for `length`, or until somebody asks this thread to stop: whoever joins it has not to
-/// wait.
+/// Sleeps for `length`, or until this thread is asked to stop, so that joining it takes no time.
 void PauseUnlessStopped(const std::stop_token &stop, std::chrono::milliseconds length);
 } // namespace vyr

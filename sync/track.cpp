@@ -35,18 +35,18 @@ float Interpolate(const sync_key &key, const sync_key &next, double row)
     return float(double(difference) * shapes[key.type - 1] + double(key.value));
 }
 
-// Where a bisection for a row ends: behind the key that it met on the row, or else behind the last
-// key before the row, which may be the start.
+// Where the binary search for a row ends: just after the key that it met on the row, else just
+// after the last key before the row, or at the first key where there is none.
 struct cPlace
 {
     const sync_key *mNext;
     bool mFound;
 };
 
-// A hit does not end the search: from then on every key counts as behind the row, which leads back
-// to the hit. So the way through the keys is the same for all rows from one key up to the next, and
-// the processor guesses it right from frame to frame, where a stop would surprise it every few
-// rows. `count` is at least 1.
+// Binary search that never exits early: a hit is remembered and every later probe goes left, so the
+// search ends just after the hit. The sequence of branches is then the same for all rows from one
+// key to the next, and the processor predicts it from frame to frame; an early exit would be
+// mispredicted every few rows. `count` is at least 1.
 cPlace Bisect(const sync_key *keys, size_t count, int row)
 {
     const std::int64_t beforeAllRows = std::numeric_limits<std::int64_t>::min();
@@ -111,7 +111,7 @@ int sync_find_key(const sync_track *track, int row)
     if (next > last)
         return last->value;
 
-    // An exact hit goes on here too: row 10.25 lies a quarter of a row behind a key at 10.
+    // An exact hit goes on here too: row 10.25 lies a quarter of a row after a key at 10.
     const sync_key &key = *(next - 1);
     const unsigned type = static_cast<unsigned>(key.type);
     if (type - 1 < 3) // not a hold

@@ -123,7 +123,7 @@ private:
     int mFieldColumns, mFieldRows; // cells of a 10-degree field
     double mCellsInField;          // of the whole field, even where the picture is smaller
     std::vector<cCell> mCells;
-    std::vector<int> mSums; // of the cells above and to the left, one more each way
+    std::vector<int> mSums; // summed-area table, (rows + 1) x (columns + 1)
     std::array<float, 256> mLinear;
     int mMost[2] = {0, 0};
     std::vector<cFlashes> mFlashes;

@@ -2,8 +2,8 @@
 
 namespace record
 {
-/// From here on Ctrl-C, a closed terminal and a polite kill only leave a note: the recording ends
-/// after the frame at hand, in order. A second Ctrl-C ends the program at once.
+/// From here on SIGINT, SIGHUP and SIGTERM only set a flag: the recording ends in order, after the
+/// current frame. A second Ctrl-C ends the program at once.
 void WatchForInterrupt();
 bool IsInterrupted();
 } // namespace record
