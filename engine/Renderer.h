@@ -34,7 +34,7 @@ public:
         RENDERMODE_WIREFRAME = 3 ///< the outline of every polygon
     };
 
-    /// What a framebuffer call answers when it failed.
+    /// Returned by a framebuffer call that failed.
     static constexpr unsigned int kNoFramebuffer = 0xFFFFFFFF;
 
     cRenderer() = default;
@@ -64,18 +64,18 @@ public:
     /// viewport) and an identity modelview, even while the orthographic projection is on.
     void SetFOV(float degrees);
     float GetFOV() const { return mFOV; }
-    /// Enters or leaves the orthographic projection; nothing happens when it is so already.
+    /// Enters or leaves the orthographic projection; no effect if it is in that state already.
     void SetOrtho(bool on);
     /// Loads the identity into the current matrix.
     void Reset();
 
-    /// For a window library that asks before it closes the window: notes the wish and declines it.
-    /// Nobody reads the note: only Escape and the end of the music end a show.
+    /// For a window library that asks before it closes the window: sets a flag and declines the
+    /// request. Nothing reads the flag: only Escape and the end of the music end a show.
     static int WindowCloseCallback();
 
     // The frame ----------------------------------------------------------------------------------
 
-    /// BeginScene and EndScene only check each other: mispairing them is an assertion. Always true.
+    /// BeginScene and EndScene only check that they are paired: else an assertion. Always true.
     bool BeginScene();
     void EndScene();
     /// Clears colour and depth, writing all four channels again from here on.
@@ -87,14 +87,14 @@ public:
 
     /// Builds a program from two source files and makes it current; an empty path leaves its stage
     /// out. `plainPath`: paths are relative to the working directory, else names of resources.
-    /// Never fails: whatever the driver has to say is printed under "VertexShader Info Log: ",
-    /// "FragmentShader Info Log: " or "Prog Info Log: ", and a missing file counts as an empty one.
+    /// Never fails: the driver's log is printed under "VertexShader Info Log: ",
+    /// "FragmentShader Info Log: " or "Prog Info Log: ", and a missing file is treated as empty.
     unsigned int CreateShader(const std::string &vertexPath, const std::string &fragmentPath,
                               bool plainPath);
 
-    /// The file `path` has changed: every program made of it (with plain paths) is compiled and
-    /// linked anew, under the same name; uniforms that it still has keep their values. False, with
-    /// what the driver has to say in `log` and every program as it was, when that fails. Leaves the
+    /// The file `path` has changed: compiles and links every program made from it (with plain
+    /// paths) again, under the same name; uniforms that it still has keep their values. On failure
+    /// returns false, with the driver's log in `log`, and every program stays as it was. Leaves the
     /// current program current.
     static bool RefreshShaders(const std::string &path, std::string &log);
 

@@ -37,10 +37,10 @@ public:
         unsigned int GetPixel(int, int) { return 0; }
     };
 
-    /// The image file at `path`, uploaded with linear filtering and repeat; -1, silently, when it
-    /// can't be read. A path (or name) that is known already gives its id again and does nothing
-    /// else: paths are compared as they stand, case and "./" included. `keepPixels` keeps a copy in
-    /// the record.
+    /// Loads the image file at `path`, with linear filtering and repeat, and returns its id; -1,
+    /// without a message, when it can't be read. A known path (or name) returns its id again and
+    /// does nothing else. Paths are compared as they stand, case and "./" included. `keepPixels`
+    /// keeps a copy in the record.
     int LoadTexture(std::string path, bool keepPixels);
 
     /// An empty texture to render into: colour (RGBA8) or, with `depth`, 24 bits of depth,
@@ -69,8 +69,8 @@ public:
     /// still be bound and is still found by its path.
     void DestroyTexture(unsigned int id);
 
-    /// Binds the texture, to be multiplied with the current colour; enabling texturing is the
-    /// caller's. An id out of range is an assertion.
+    /// Binds the texture, to be multiplied with the current colour; the caller
+    /// enables texturing. An id out of range is an assertion.
     void BindTexture(int id) const;
     /// The record of `id`, valid until the next texture is made. An id out of range is an
     /// assertion.

@@ -10,7 +10,7 @@ struct Size
     int width = 0, height = 0; // pixels
 };
 
-/// What a window system has to offer. Both systems report a failure in one line on standard error.
+/// The functions of a window system. Both systems report a failure in one line on standard error.
 struct WindowSystem
 {
     bool (*start)();                                      ///< may be called again while it runs
@@ -21,7 +21,7 @@ struct WindowSystem
     void (*swapBuffers)(); ///< processes the window's events too
     bool (*isEscapeHeld)();
     double (*getTime)(); ///< seconds since `start`
-    void (*stop)();      ///< closes the window; nothing happens when it does not run
+    void (*stop)();      ///< closes the window; no effect when it does not run
 };
 
 const WindowSystem &ScreenWindowSystem();
@@ -30,8 +30,7 @@ const WindowSystem &ScreenWindowSystem();
 /// there is unless LIBGL_ALWAYS_SOFTWARE is set.
 const WindowSystem &OffscreenWindowSystem();
 
-/// Chooses the window system; before `StartWindowSystem`. It is the screen's until somebody
-/// chooses.
+/// Chooses the window system; call it before `StartWindowSystem`. Default: the screen's.
 void UseWindowSystem(const WindowSystem &system);
 
 bool StartWindowSystem();
@@ -40,8 +39,7 @@ Size GetDisplaySize();
 /// Opens the window: 8 bits each of red, green, blue and alpha, 16 bits of depth, no stencil, and a
 /// context that has the fixed-function pipeline. A full-screen window hides the mouse pointer.
 bool OpenWindow(int width, int height, bool fullscreen);
-bool IsWindowOpen(); ///< since an `OpenWindow` that was true; without, there is no OpenGL to draw
-                     ///< with
+bool IsWindowOpen(); ///< after an `OpenWindow` that returned true; else there is no OpenGL context
 void SetSwapInterval(int frames);
 void SetWindowTitle(const char *title);
 void SwapBuffers();

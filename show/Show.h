@@ -7,8 +7,7 @@ struct sync_track;
 
 namespace vyr
 {
-/// What a show is, as far as a player and the tools need to know it. Paths are under the show's
-/// folder.
+/// What a player and the tools need to know about a show. Paths are relative to the show's folder.
 struct cShowDescription
 {
     /// A track that picks one of several files by number, counted from 0: its value is truncated
@@ -25,7 +24,7 @@ struct cShowDescription
     int mRowsPerBeat = 8, mBeatsPerBar = 4;
     double mLastRow = 0;              ///< the show ends there; above 0
     std::vector<std::string> mTracks; ///< Sample's index is the place in this list
-    /// What must be there beside the choices: shaders (.vs, .fs), pictures, objects.
+    /// Required files beside those of the choices: shaders (.vs, .fs), pictures, objects.
     std::vector<std::string> mFiles;
     std::vector<cChoice> mChoices;
 };
@@ -38,18 +37,18 @@ class cShow
 public:
     virtual ~cShow();
 
-    /// The first call, and the only one that needs no OpenGL context and no files. Every call gives
-    /// the same.
+    /// The first call, and the only one that needs no OpenGL context and no files. Every call
+    /// returns the same.
     virtual cShowDescription Describe() const = 0;
 
     /// Once, before the first frame: shaders, pictures, objects. The working directory is the
-    /// show's folder; the context is current, renderer and texture manager are there (tSingleton),
-    /// and the tracks can be sampled.
+    /// show's folder, the context is current, the renderer and the texture manager exist
+    /// (tSingleton), and the tracks can be sampled.
     virtual void Load() = 0;
 
-    /// One frame, into whatever framebuffer is bound, from BeginScene to EndScene; presenting it is
-    /// the caller's. A show that draws into targets of its own ends in framebuffer 0
-    /// (EndUpdateFBO): a recorder takes that for its picture too. `row` is the position in the
+    /// One frame, into whatever framebuffer is bound, from BeginScene to EndScene; the caller
+    /// presents it. A show that draws into targets of its own ends in framebuffer 0
+    /// (EndUpdateFBO): a recorder uses that as its picture too. `row` is the position in the
     /// music, 0 to mLastRow, with its fraction. `seconds` is for motion that follows no track: the
     /// same position in seconds, but for a player that runs such motion on a timer of its own.
     /// Blending is on at the first frame; from then on the OpenGL state is what the frame before
@@ -80,11 +79,11 @@ private:
     std::vector<const sync_track *> mLoadedTracks;
 };
 
-/// What VYR_SHOW and cShow look like to a program that opens shows. A change of either is another
-/// version, and a show of another version is refused: it has to be built anew.
+/// The version of VYR_SHOW and cShow. It changes when either does; a show of another version is
+/// refused and has to be rebuilt.
 inline constexpr int kShowInterface = 1;
 
-/// What is wrong with a description, a sentence each: no tracks, a tempo of 0, a choice for a track
+/// The faults of a description, one sentence each: no tracks, a tempo of 0, a choice for a track
 /// that is not there ... Empty for a good one.
 std::vector<std::string> FindFaults(const cShowDescription &description);
 } // namespace vyr

@@ -18,7 +18,8 @@ public:
     using std::runtime_error::runtime_error;
 };
 
-/// What a show's folder holds beside what its description names: its drawing, and the track files.
+/// What a show's folder holds beside the files of its description: its drawing, and the track
+/// files.
 inline constexpr const char *kShowLibrary = "show.so";
 inline constexpr const char *kTrackPrefix = "sync"; ///< sync_NAME.track
 
@@ -28,20 +29,19 @@ std::string GetTrackFile(const std::string &track);
 /// Whether `folder` looks like a show's: it has a show.so. Runs nothing.
 bool IsShowFolder(const std::filesystem::path &folder);
 
-/// Why the show.so of `folder` is none that this program could open, seen from its bytes alone:
-/// not there, not a library, one for another kind of machine. Empty when it may be one. Runs
-/// nothing.
+/// Why this program could not open the show.so of `folder`, judged by its bytes alone: missing, not
+/// a library, for another kind of machine. Empty if no reason is found. Runs nothing.
 std::string FindLibraryFault(const std::filesystem::path &folder);
 
 /// A show that is open. Opening runs code of the folder, with all the rights of this program: open
-/// only shows that you would start as a program.
+/// only shows that you would run as a program.
 class cShowFolder
 {
 public:
     /// Opens the show.so of `folder`, makes its show and asks for its description, which is checked
     /// (FindFaults). Throws cShowError.
     explicit cShowFolder(const std::filesystem::path &folder);
-    ~cShowFolder(); ///< tracks, show and library go, in this order; a context may be gone before
+    ~cShowFolder(); ///< frees tracks, show and library, in this order; needs no context
     cShowFolder(const cShowFolder &) = delete;
     cShowFolder &operator=(const cShowFolder &) = delete;
 
@@ -49,9 +49,8 @@ public:
 
     // From here on the working directory is the show's folder.
 
-    /// Reads the tracks, again where they were read before. Files that are missing or damaged are
-    /// the business of who checks a show; the player reads what it can. Throws cShowError when
-    /// there is no memory.
+    /// Reads the tracks, or reads them again. Missing and damaged files are not reported
+    /// (vyr-check does that); what can be read is. Throws cShowError when memory is short.
     void LoadTracks();
 
     /// The track at place `track` of the description's list, after LoadTracks.
@@ -64,7 +63,8 @@ public:
     /// track stay good. Throws cShowError when there is no memory.
     void SetKeys(int track, const std::vector<sync_key> &keys);
 
-    /// The show's own calls; what they throw becomes a cShowError that says where.
+    /// The show's own calls; an exception of theirs becomes a cShowError that says where it was
+    /// thrown.
     void Load();
     void Draw(double row, double seconds);
     bool ReachesLater(double row) const { return mShow->ReachesLater(row); }

@@ -21,12 +21,12 @@ public:
         OFFSCREEN ///< no display is needed; Escape is never held
     };
 
-    /// A size in pixels. Where it cannot be opened, the window system has said why in one line on
-    /// standard error, and IsOpen is false.
+    /// A size in pixels. On failure IsOpen is false, and the window system has reported the reason
+    /// in one line on standard error.
     cStage(eSurface surface, int width, int height);
     /// Over a window system of the caller's own, which decides what is opened. A size in pixels.
     cStage(const platform::WindowSystem &system, int width, int height);
-    ~cStage(); ///< everything goes, with the context and all that was loaded into it
+    ~cStage(); ///< destroys everything, the context and all that was loaded into it too
     cStage(const cStage &) = delete;
     cStage &operator=(const cStage &) = delete;
 

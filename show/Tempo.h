@@ -6,7 +6,7 @@ namespace vyr
 {
 struct cShowDescription;
 
-/// How a show counts time: its rows in seconds, beats and bars. A tempo that nobody has said has
+/// How a show counts time: its rows in seconds, beats and bars. A tempo that is not known has
 /// the usual beats and bars, and no seconds.
 struct cTempo
 {

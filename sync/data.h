@@ -8,10 +8,10 @@
 struct sync_io_cb
 {
     void *(*open)(const char *path, const char *mode); ///< a handle, or null when there is no file
-    /// As fread. The device asks for one item of 1, 4 or 8 bytes at a time: 0 is the file's end,
-    /// and any other answer says that the item was read.
+    /// As fread. The device reads one item of 1, 4 or 8 bytes at a time: 0 means the end of the
+    /// file, any other result means that the item was read (contract).
     size_t (*read)(void *destination, size_t size, size_t count, void *handle);
-    int (*close)(void *handle); ///< as fclose; its answer is not looked at
+    int (*close)(void *handle); ///< as fclose; the result is ignored
 };
 
 /// The tracks of one device, in the order in which they were asked for. An index never changes.
@@ -30,10 +30,10 @@ struct sync_device
 };
 
 /// A device whose track files are named PREFIX_NAME.track; null when memory is short.
-/// The caller owns it and gives it to `sync_destroy_device`.
+/// The caller owns it and destroys it with `sync_destroy_device`.
 sync_device *sync_create_device(const char *prefix);
 
-/// Frees the device with all its tracks. Every track pointer that it gave out ends with it.
+/// Frees the device with all its tracks. Its track pointers are invalid afterwards.
 void sync_destroy_device(sync_device *device);
 
 /// Files are read through `io_cb` from now on (the three pointers are copied).
@@ -43,10 +43,10 @@ void sync_set_io_cb(sync_device *device, sync_io_cb *io_cb);
 /// Never null: a missing file gives a track without keys, and a file that is cut short keeps its
 /// stated number of keys, the missing ones all zero. Where more than 2^20 keys are missing the
 /// count is noise: the track keeps it in `num_keys`, has null for `keys`, is 0 everywhere, and the
-/// file stays open; so it is where the memory for the keys can't be allocated. A negative count
-/// does the same, but sampling such a track is an assertion. The device keeps the track. Not
-/// re-entrant, across devices too: the path is built in one static buffer. A path of more than 1023
-/// characters stops the program.
+/// file stays open. The same holds where memory for the keys is short, and for a negative count,
+/// except that sampling a track with a negative count is an assertion. The device keeps the track.
+/// Not re-entrant, across devices too: the path is built in one static buffer. A path of more than
+/// 1023 characters stops the program.
 ///
 /// Layout of the file, little-endian, unpadded: 4 bytes number of keys, 4 bytes unused, then 9
 /// bytes a key: row (signed 32-bit), value (32-bit float), type (signed byte). What follows is

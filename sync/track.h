@@ -29,8 +29,8 @@ struct sync_track
 };
 
 /// Index of the key at `row`, or -i - 1 when no key lies there, i being the number of keys before
-/// `row`. Of several keys on one row, the one that the bisection meets first. Where `keys` is null,
-/// all `num_keys` of them count as lying on row 0; a negative `num_keys` is an assertion.
+/// `row`. Of several keys on one row, the one that the binary search meets first. Where `keys` is
+/// null, all `num_keys` of them count as lying on row 0; a negative `num_keys` is an assertion.
 int sync_find_key(const sync_track *track, int row);
 
 /// Value of `track` at `row` (rows, fractional). Before the first key: the first value; at and
