@@ -5,9 +5,9 @@
 #include <string>
 #include <vector>
 
-/// The one way in which a benchmark is measured and told: this side and its peer in turn, so that
-/// whatever else the machine does meets both, and one line a row on standard output, which ./bench
-/// gathers into the table. Fields are parted by tabs:
+/// The one way in which a benchmark is measured and reported: this side and its peer in turn, so
+/// that whatever else the machine does meets both, and one line a row on standard output, which
+/// ./bench gathers into the table. Fields are parted by tabs:
 ///
 ///   row  WHAT  OURS  PEER-NAME  PEER  UNIT  MEDIAN  LOW  HIGH  RUNS  BAR
 ///   skip WHAT  REASON

@@ -70,7 +70,7 @@ void cStage::FixToFlatLayers()
 long cStage::GetTextureBytes() const
 {
     auto &textures = TexturesHolder::GetSingleton();
-    // Ids are handed out from 0 upward; the next one tells how many there are.
+    // Ids are handed out from 0 upward; the next one is their count.
     unsigned char pixel[4] = {};
     const int count = textures.CreateTexture(pixel, 1, 1, 4);
     long pixels = 0;

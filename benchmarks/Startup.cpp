@@ -4,7 +4,7 @@
 //
 //   bench-startup SHOW [PAIRS]     over a folder of a show
 //
-// Each run is a fresh process and tells its processor time, of all threads, since the window was
+// Each run is a fresh process and reports its processor time, of all threads, since the window was
 // open: nothing is left over from a run before, and a busy machine changes little.
 
 #include "benchmarks/Report.h"

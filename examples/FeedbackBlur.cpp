@@ -33,7 +33,7 @@ void Draw(double seconds)
 
     glColor4f(1, 1, 1, 1);
     Renderer().Post_FeedbackBlur(scene, zoom, weight);
-    glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA); // whoever draws next wants the usual one
+    glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA); // the next drawer expects the usual one
 }
 } // namespace
 

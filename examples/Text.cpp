@@ -6,7 +6,7 @@
 //
 // A text becomes a texture once, and that texture is drawn as a sprite every frame: each call of
 // RenderTextToCache makes a new texture, and nothing frees the old one. data/font/waiting.fnt
-// describes the font; docs/formats.md tells how to make your own.
+// describes the font; docs/formats.md describes how to make your own.
 
 #include "engine/BitmapFont.h"
 #include "examples/Example.h"

@@ -145,7 +145,7 @@ void SampleLegal(const sync_track &track)
     FUZZ_EXPECT(sync_get_val(&track, double(last.row)) == last.value);
     FUZZ_EXPECT(sync_get_val(&track, double(last.row) + 0.5) == last.value ||
                 last.row == INT32_MAX);
-    const int step = 1 + track.num_keys / 16; // sixteen of them tell as much as all
+    const int step = 1 + track.num_keys / 16; // sixteen of them show as much as all
     for (int i = 0; i + 1 < track.num_keys; i += step)
         SampleFrom(track, i);
 }

@@ -68,7 +68,7 @@ private:
     double mLastGrain = -1.0;       ///< when it began, in the output's time
 };
 
-/// Without sound, on a time that only moves when it is told to: for scripts, which are to give the
+/// Without sound, on a clock that only Step moves: for scripts, which have to give the
 /// same pictures in every run.
 class cSteppedPlayback : public cPlayback
 {

@@ -14,6 +14,6 @@ namespace vyr::web
 /// Whether `pixels` is the memory that stbi_load gave out last, without its picture. True once.
 bool TakeUnarrived(const void *pixels);
 
-/// What is uploaded to `texture` comes later: the page is told which one it is.
+/// What is uploaded to `texture` comes later: the page learns which one it is.
 void ExpectPicture(unsigned texture);
 } // namespace vyr::web

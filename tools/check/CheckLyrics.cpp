@@ -23,7 +23,7 @@ std::string Clock(double exactSeconds)
     return std::to_string(seconds / 60) + (rest < 10 ? ":0" : ":") + std::to_string(rest);
 }
 
-// Of a legal track only; its faults have been told before.
+// Of a legal track only; its faults have been reported before.
 const sync_track *LegalTrack(tools::cTrackFolder &folder, const std::string &track)
 {
     tools::tFaults alreadyTold;

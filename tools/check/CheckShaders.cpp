@@ -15,7 +15,7 @@ namespace check
 {
 namespace
 {
-// The engine prints the driver's logs, which are told here together with their file.
+// The engine prints the driver's logs, which are reported here together with their file.
 class cSilence
 {
 public:

@@ -85,7 +85,7 @@ tMask InkArea(const cPicture &picture)
     return Grow(ink, picture);
 }
 
-// The eye tells dark tones apart better than light is: bins on its cube root.
+// The eye distinguishes dark tones better than linear light does: bins on its cube root.
 size_t Bin(float luminance)
 {
     return std::min(size_t(std::cbrt(luminance) * float(binCount)), size_t(binCount - 1));

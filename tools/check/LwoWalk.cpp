@@ -25,7 +25,7 @@ std::string ImageOf(const std::string &path)
     return start == std::string::npos ? "" : path.substr(start);
 }
 
-// The engine opens what is named, wherever that is; whoever plays the show should know.
+// The engine opens the named file, wherever it is; a viewer should know that.
 bool StaysInFolder(const std::string &image)
 {
     const std::string first = std::filesystem::path(image).lexically_normal().begin()->string();

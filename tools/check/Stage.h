@@ -16,7 +16,7 @@ public:
     cStage(const cStage &) = delete;
     cStage &operator=(const cStage &) = delete;
 
-    bool IsOpen() const { return mIsOpen; } ///< false where there is no OpenGL to be had
+    bool IsOpen() const { return mIsOpen; } ///< false without OpenGL
 
 private:
     bool mIsOpen;

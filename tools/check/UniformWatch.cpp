@@ -27,7 +27,7 @@ cUniformWatch::~cUniformWatch() { epoxy_glGetUniformLocation = ask; }
 int cUniformWatch::Ask(unsigned int program, const char *name)
 {
     const int location = ask(program, name);
-    GLint isLinked = GL_FALSE; // of one that is not, its own fault is told
+    GLint isLinked = GL_FALSE; // one that is not has a fault of its own
     glGetProgramiv(program, GL_LINK_STATUS, &isLinked);
     if (location < 0 && isLinked)
         watch->mMisses.insert({tools::FindShaderFiles(program, watch->mShow).mFragment, name});

@@ -20,7 +20,7 @@ struct cDrawnFrame
     cPicture mPicture;
 };
 
-/// Whoever wants the frames of a recording, in their order. Called on the writer's thread.
+/// Receives the frames of a recording, in their order. Called on the writer's thread.
 class cFrameSink
 {
 public:

@@ -5,7 +5,7 @@
 namespace record
 {
 /// A file that takes its name only when it is complete. Until then it grows beside its place under
-/// a hidden name; whoever had the name before keeps it when something goes wrong. What is no
+/// a hidden name; a file that had the name before keeps it on failure. What is no
 /// regular file, such as /dev/stdout, is written to directly.
 class cOutputFile
 {

@@ -22,7 +22,7 @@ std::string ToText(const cSize &size)
     return std::to_string(size.mWidth) + "x" + std::to_string(size.mHeight);
 }
 
-// A context of a few pixels tells what the driver can do before it is asked for more.
+// A context of a few pixels is enough to ask for the driver's limits.
 cSize GetMaximumSize()
 {
     if (!vyr::platform::StartWindowSystem() || !vyr::platform::OpenWindow(16, 16, false))

@@ -2,7 +2,7 @@
 
 namespace record
 {
-/// As long as this lives, whoever binds the window's framebuffer (0) gets another one: a show that
+/// As long as this lives, binding the window's framebuffer (0) binds another one: a show that
 /// draws into a target of its own and goes back to the window, as the post effects do, is recorded
 /// all the same. A context must be current. One at a time.
 class cWindowFramebuffer

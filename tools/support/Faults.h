@@ -19,7 +19,7 @@ struct cFault
 
 using tFaults = std::vector<cFault>;
 
-/// The fault that the line "file: what" tells of.
+/// The fault that the line "file: what" describes.
 cFault ToFault(const std::string &line);
 
 /// One line each.

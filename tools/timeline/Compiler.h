@@ -34,7 +34,7 @@ cTrack WithoutPlaces(const cPlacedTrack &track);
 /// All tracks, as Place gives them, without the places.
 std::vector<cTrack> Compile(const cTimeline &timeline, tTextFaults &faults);
 
-/// The bytes of a track's file (sync/data.h tells the layout).
+/// The bytes of a track's file (layout: sync/data.h).
 std::string TrackFileBytes(const cTrack &track);
 
 /// The track files of `tracks` in `folder`.

@@ -3,6 +3,6 @@
 namespace tracks
 {
 /// All of vyr-tracks: runs the command that the arguments name, and answers the exit status. Usage
-/// and faults are told on standard error.
+/// and faults are printed on standard error.
 int RunCommandLine(int argc, char **argv);
 } // namespace tracks

@@ -114,7 +114,7 @@ bool CheckFolder(const std::string &path, tools::tFaults &faults)
     return false;
 }
 
-// Of the folder's tracks the one called `name`; null with a fault that tells the nearest one.
+// Of the folder's tracks the one called `name`; null, with a fault that names the nearest one.
 const sync_track *LoadOne(tools::cTrackFolder &folder, const std::string &name,
                           tools::tFaults &faults)
 {
@@ -176,7 +176,7 @@ std::string TitleOf(const cOptions &options, const std::vector<const sync_track 
            std::to_string(tracks.size()) + " tracks, " + std::to_string(keys) + " keys";
 }
 
-// What a plot shows besides tracks is taken where it can be had.
+// A plot shows more than tracks only where the files for it exist.
 void AddTimeline(const cOptions &options, cPlotInput &input, tools::tFaults &faults)
 {
     if (options.mTimeline.empty())
