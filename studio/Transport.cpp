@@ -24,6 +24,7 @@ void cTransport::Update()
 
 void cTransport::Play()
 {
+    mIsPlayAsked = !HasMusic(); // it begins when the music has been read
     if (mIsPlaying || mIsScrubbing || !HasMusic())
         return;
     if (mRow >= std::min(mLastRow, mMusicEnd))
@@ -36,7 +37,7 @@ void cTransport::Pause()
 {
     if (mIsPlaying)
         mPlayback->Stop();
-    mIsPlaying = false;
+    mIsPlaying = mIsPlayAsked = false;
 }
 
 void cTransport::Seek(double row)
@@ -99,6 +100,8 @@ void cTransport::SetMusic(tSamples samples)
     if (!samples)
         Pause();
     mPlayback->SetMusic(std::move(samples));
+    if (mIsPlayAsked && HasMusic())
+        Play();
 }
 
 std::string WindowTitle(const std::string &title, const cTransport &transport)

@@ -29,9 +29,10 @@ public:
     double LastRow() const { return mLastRow; }
     const vyr::cTempo &Tempo() const { return mTempo; }
     bool IsPlaying() const { return mIsPlaying; }
-    void Play(); ///< from the beginning where it stands at the end
+    /// From the beginning where it stands at the end. Without music it begins when there is some.
+    void Play();
     void Pause();
-    void Toggle() { mIsPlaying ? Pause() : Play(); }
+    void Toggle() { mIsPlaying || mIsPlayAsked ? Pause() : Play(); }
     /// Goes there; what plays, plays on from there.
     void Seek(double row);
 
@@ -61,7 +62,8 @@ private:
     std::unique_ptr<cPlayback> mPlayback;
     vyr::cTempo mTempo;
     double mLastRow, mRow = 0.0;
-    bool mIsPlaying = false, mIsScrubbing = false, mWasPlaying = false, mAreGrainsOn = true;
+    bool mIsPlaying = false, mIsPlayAsked = false, mIsScrubbing = false, mWasPlaying = false,
+         mAreGrainsOn = true;
     std::optional<cRegion> mRegion;
     bool mIsLooping = false;
     int mRate = 0;          ///< of the music, frames a second; 0: there is none

@@ -356,7 +356,7 @@ TEST_F(Studio, BadInputIsOneLine)
     EXPECT_THAT(test::Run({program, "--version"}).mOutput, StartsWith("vyr-studio "));
 }
 
-// Real events of a real display: it plays, pauses, a key is dragged, and the file has it.
+// Real events of a real display.
 TEST_F(Studio, ListensToARealKeyboardAndPointer)
 {
     test::cProcess studio(Command({}), fs::current_path(), {"ALSOFT_DRIVERS=null"});
@@ -364,14 +364,20 @@ TEST_F(Studio, ListensToARealKeyboardAndPointer)
     ASSERT_TRUE(screen.WaitForWindow("Night 0:0:0 (paused) - vyr-studio", studio))
         << studio.Wait().mErrors;
     EXPECT_EQ(screen.Width(), 1200);
-    screen.Tap("Right", true);
-    ASSERT_TRUE(screen.WaitForWindow("Night 1:0:0 (paused) - vyr-studio", studio));
-    screen.Tap("space");
-    ASSERT_TRUE(screen.WaitForWindow("Night 1:1:0 - vyr-studio", studio) ||
-                screen.WaitForWindow("Night 1:1:1 - vyr-studio", studio));
-    screen.Tap("space");
-    screen.Tap("Home");
-    ASSERT_TRUE(screen.WaitForWindow("Night 0:0:0 (paused) - vyr-studio", studio));
+    const std::string end = "Night 8:0:0 (paused) - vyr-studio",
+                      lastBar = "Night 7:0:0 (paused) - vyr-studio";
+    screen.Tap("End");
+    ASSERT_TRUE(screen.WaitForWindow(end, studio));
+    screen.Tap("Left", true);
+    ASSERT_TRUE(screen.WaitForWindow(lastBar, studio));
+    screen.Tap("space"); // it plays to the end, and pauses there
+    ASSERT_TRUE(screen.WaitForWindow(end, studio));
+    screen.Tap("Left", true);
+    ASSERT_TRUE(screen.WaitForWindow(lastBar, studio));
+    screen.MovePointer(45, 20); // the button
+    screen.PressButton();
+    screen.ReleaseButton();
+    ASSERT_TRUE(screen.WaitForWindow(end, studio));
     screen.Tap("q", true);
     EXPECT_EQ(studio.Wait().mStatus, 0);
 }

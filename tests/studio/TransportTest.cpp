@@ -194,6 +194,22 @@ TEST_F(Transport, WithoutMusicItDoesNotPlay)
     EXPECT_FALSE(mTransport->IsPlaying());
 }
 
+// The music is read while the page is there already.
+TEST_F(Transport, PlaysWhenTheMusicHasCome)
+{
+    mTransport->SetMusic(nullptr);
+    mTransport->Toggle();
+    mTransport->Toggle(); // not after all
+    mTransport->SetMusic(Counting(100 * 100, 100));
+    EXPECT_FALSE(mTransport->IsPlaying());
+    mTransport->SetMusic(nullptr);
+    mTransport->Toggle();
+    mTransport->SetMusic(Counting(100 * 100, 100));
+    EXPECT_TRUE(mTransport->IsPlaying());
+    Step(1.0);
+    EXPECT_EQ(mTransport->Row(), 8.0);
+}
+
 TEST_F(Transport, TitleNamesShowAndPlace)
 {
     EXPECT_EQ(WindowTitle("Night", *mTransport), "Night 0:0:0 (paused) - vyr-studio");
