@@ -97,7 +97,7 @@ def describe(video):
     packets = ask("ffprobe", "-v", "error", "-show_entries", "packet=codec_type,pts,dts,duration",
                   "-show_entries", "format=duration,start_time", "-of", "csv", video)
     sound = ask("ffmpeg", "-v", "error", "-i", video, "-map", "0:a", "-f", "md5", "-")
-    captions = ask("ffmpeg", "-v", "error", "-i", video, "-map", "0:s?", "-f", "md5", "-") if has_captions(video) else ""
+    captions = ask("ffmpeg", "-v", "error", "-i", video, "-map", "0:s", "-f", "webvtt", "-") if has_captions(video) else ""
     return sorted(packets.splitlines()), sound, captions
 
 

@@ -41,6 +41,15 @@ TEST(ChildProcess, SaysBeforeItIsWaitedForThatItFailed)
     EXPECT_THROW(program.Finish(), cFailure); // and says so again
 }
 
+// What came of a full disk tells nobody that the disk is full.
+TEST(ChildProcess, NamesWhatTheSystemRefusedBeforeWhatCameOfIt)
+{
+    cChildProcess program(
+        {"sh", "-c", "echo 'header: No space left on device' >&2; echo gave up >&2; exit 9"},
+        false);
+    EXPECT_EQ(FirstComplaint(program), "sh: header: No space left on device");
+}
+
 TEST(ChildProcess, NamesTheSignalThatEndedIt)
 {
     cChildProcess program({"sh", "-c", "kill -9 $$"}, false);

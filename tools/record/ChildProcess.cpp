@@ -61,6 +61,18 @@ std::string FindLastLine(const std::string &text)
     return text.substr(begin, end + 1 - begin);
 }
 
+// Why a program failed: the last line, or the one that says what the system refused, where the
+// lines after it only say what came of that.
+std::string FindReason(const std::string &text)
+{
+    for (int error : {ENOSPC, EDQUOT, EFBIG, EIO, EROFS}) {
+        const size_t found = text.find(std::strerror(error));
+        if (found != std::string::npos)
+            return FindLastLine(text.substr(0, text.find_first_of("\r\n", found)));
+    }
+    return FindLastLine(text);
+}
+
 std::string ReadTail(FILE *file)
 {
     char bytes[4096];
@@ -145,7 +157,7 @@ std::string cChildProcess::GetComplaint() const
 {
     if (WIFSIGNALED(mStatus))
         return mName + ": ended by signal " + std::to_string(WTERMSIG(mStatus));
-    const std::string line = FindLastLine(ReadTail(mErrors.get()));
+    const std::string line = FindReason(ReadTail(mErrors.get()));
     const std::string number = std::to_string(WEXITSTATUS(mStatus));
     return mName + ": " + (line.empty() ? "failed with status " + number : line);
 }
