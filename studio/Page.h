@@ -147,9 +147,17 @@ private:
     std::vector<cPlacedKey> KeysOn(const cPlace &place) const;
     std::string NameOf(const cLane &lane, float value) const;
 
-    // The hand (PageHand.cpp)
+    // What is asked for (PageCommands.cpp)
     void HandleKeys(const std::vector<cEvent> &events);
     void Do(eCommand command);
+    void Edit(eCommand command);
+    void SaveStill();
+    void AskToRecord();
+    void StepToKey(int direction);
+    void StepToSection(int direction);
+    int GridRows() const;
+
+    // The hand (PageHand.cpp)
     void HandlePointer();
     void HandleWheel();
     void BeginGesture();
@@ -170,13 +178,10 @@ private:
     void AddAtPointer();
     void Hover();
     void OpenTypePopup();
-    void StepToKey(int direction);
-    void StepToSection(int direction);
     void FollowPlayhead();
     const cPlace *PlaceAt(ImVec2 point) const;
     void PrepareSnapping();
     int SnapRow(double x);
-    int GridRows() const;
     float S(double pixels) const { return float(pixels * mScale); }
     ImVec2 Pointer() const { return ImGui::GetIO().MousePos; }
 

@@ -50,7 +50,8 @@ TEST(ShowReload, KeysOfATrackCanBeOthersWhileItIsOpen)
     EXPECT_EQ(sync_get_val(track, 4.0), 2.0f);
     show.SetKeys(0, {});
     EXPECT_EQ(sync_get_val(track, 4.0), 0.0f);
-    show.LoadTracks(); // the file's again
-    EXPECT_NO_THROW(show.GetTrack(0));
+    show.SetKeys(0, {{0, 1.0f, SYNC_KEY_HOLD}});
+    show.LoadTracks(); // the file's again, which is not there
+    EXPECT_EQ(show.GetTrack(0).num_keys, 0);
 }
 } // namespace

@@ -126,9 +126,11 @@ TEST_F(Studio, PreviewIsTheRecordersFrameAfterEditUndoLoopAndReload)
 // What the studio has written into the show's folder is what the recorder then draws.
 TEST_F(Studio, ChangedTracksAreInTheShowsFolder)
 {
+    const auto before = Record();
     const auto printed = Print("lane moon:x 0:0\nclick\nkey Enter\nwait 3\ntype 640\nkey Enter\n"
                                "wait 2\n" +
                                Seek(300) + "print frame\n");
+    EXPECT_NE(printed.back(), before[300]);
     EXPECT_EQ(printed.back(), Record()[300]);
 }
 
